@@ -1,0 +1,41 @@
+# How every target of the project is built: one library a folder of src/, warnings as errors.
+
+add_library(carnetel_options INTERFACE)
+target_compile_options(carnetel_options INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror)
+if(CARNETEL_SANITIZE)
+  target_compile_options(carnetel_options INTERFACE
+    -fsanitize=${CARNETEL_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  target_link_options(carnetel_options INTERFACE -fsanitize=${CARNETEL_SANITIZE})
+endif()
+
+# carnetel_library(base [LINKS target...]): the library carnetel_base from every .cc of this folder,
+# except main.cc, which is an executable's. LINKS names what stands directly below it in the house.
+function(carnetel_library name)
+  cmake_parse_arguments(ARG "" "" "LINKS" ${ARGN})
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cc)
+  list(FILTER sources EXCLUDE REGEX "/main\\.cc$")
+  if(NOT sources)
+    add_library(carnetel_${name} INTERFACE)
+    target_include_directories(carnetel_${name} INTERFACE ${CMAKE_SOURCE_DIR}/src)
+    target_link_libraries(carnetel_${name} INTERFACE ${ARG_LINKS})
+    return()
+  endif()
+  add_library(carnetel_${name} STATIC ${sources})
+  target_include_directories(carnetel_${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+  target_link_libraries(carnetel_${name} PUBLIC ${ARG_LINKS} PRIVATE carnetel_options)
+endfunction()
+
+# carnetel_test(storage [LINKS target...]): the test program storage_test from this folder's .cc.
+function(carnetel_test name)
+  cmake_parse_arguments(ARG "" "" "LINKS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cc)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(${name}_test ${sources})
+  target_include_directories(${name}_test PRIVATE ${CMAKE_SOURCE_DIR})
+  target_compile_definitions(${name}_test PRIVATE CARNETEL_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
+  target_link_libraries(${name}_test PRIVATE
+    ${ARG_LINKS} carnetel_test_support GTest::gmock GTest::gtest_main carnetel_options)
+  gtest_discover_tests(${name}_test TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60)
+endfunction()
