@@ -50,10 +50,10 @@ class File : public ReadableFile {
 };
 
 enum class OpenMode {
-  kRead,            // an existing file, for reading
-  kReadWrite,       // an existing file, for reading and writing
-  kCreateOrOpen,    // for reading and writing, made when missing, kept as it is when not
-  kCreateOrEmpty,   // for reading and writing, made when missing, emptied when not
+  kRead,           // an existing file, for reading
+  kReadWrite,      // an existing file, for reading and writing
+  kCreateOrOpen,   // for reading and writing, made when missing, kept as it is when not
+  kCreateOrEmpty,  // for reading and writing, made when missing, emptied when not
 };
 
 class FileSystem {
