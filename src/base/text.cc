@@ -55,7 +55,9 @@ void TrimRight(std::string& text) {
   text.resize(length <= 1 ? 0 : length);
 }
 
-void CutTrailingBlanks(std::string& text) { text.resize(TrimmedLength(text, TrimSide::kRight)); }
+void CutTrailingBlanks(std::string& text) {
+  text.resize(TrimmedLength(text, TrimSide::kRight));
+}
 
 unsigned char FoldByte(unsigned char byte) {
   const size_t position = FindInTable(0, kFoldSource, byte);
