@@ -6,7 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <chrono>
+#include <cstdlib>
 #include <string>
 
 #include "platform/clock.h"
@@ -45,7 +45,7 @@ TEST_F(PosixFileSystemTest, ALinkToNothingDoesNotExist) {
 
 TEST_F(PosixFileSystemTest, AFullDiskFailsTheWriteAndIsRemembered) {
   const auto full = files_.Open("/dev/full", OpenMode::kReadWrite);
-  if (full == nullptr) GTEST_SKIP() << "no /dev/full here";
+  ASSERT_NE(full, nullptr);
   EXPECT_FALSE(full->Write(0, AsBytes("x")));
   EXPECT_TRUE(full->write_failed());
 }
