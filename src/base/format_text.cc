@@ -1,7 +1,9 @@
 #include "base/format_text.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <optional>
+#include <utility>
 
 namespace carnetel {
 namespace {

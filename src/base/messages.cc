@@ -1,6 +1,7 @@
 #include "base/messages.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace carnetel {
 namespace {

@@ -1,6 +1,8 @@
 #include "base/utf8.h"
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace carnetel {
 namespace {

@@ -1,0 +1,196 @@
+#include "storage/directory.h"
+
+#include "base/code_page.h"
+#include "storage/criteria_format.h"
+
+namespace carnetel {
+namespace {
+
+// Cards read at once in a pass over the whole file: 48 KB.
+constexpr size_t kCardsPerRead = 64;
+
+constexpr std::array<std::string_view, 2> kIndexExtensions = {".I01", ".I02"};
+
+}  // namespace
+
+Directory::Directory(const DirectoryServices& services, DirectoryOptions options)
+    : services_(services),
+      options_(std::move(options)),
+      paths_(services.files, options_.path, options_.shared_dir),
+      indexes_{KeyIndex(services.files, paths_.Of(kIndexExtensions[0])),
+               KeyIndex(services.files, paths_.Of(kIndexExtensions[1]))},
+      address_(services.files, paths_.Of(".ADR")) {}
+
+Directory::~Directory() {
+  if (open_) CloseDirectory();
+}
+
+template <class Visit>
+void Directory::ForEachCard(Visit visit) {
+  std::vector<CardRecord> cards(kCardsPerRead);
+  uint32_t offset = kCardSize;
+  while (const size_t count = main_.ReadCards(offset, cards)) {
+    for (size_t i = 0; i < count; ++i) {
+      visit(offset, cards[i]);
+      offset += static_cast<uint32_t>(kCardSize);
+    }
+  }
+}
+
+OpenResult Directory::OpenDirectory(AddressMode mode, bool silent) {
+  const OpenResult result = OpenMainFile();
+  if (result != OpenResult::kOpened && result != OpenResult::kCreated) return CloseAfter(result);
+  if (!OpenIndexes()) return CloseAfter(OpenResult::kNoStore);
+  if (!OpenAddressFile(mode, silent)) return CloseAfter(OpenResult::kNoStore);
+  CreateMissingCriteria();
+  open_ = true;
+  return result;
+}
+
+OpenResult Directory::CloseAfter(OpenResult result) {
+  for (KeyIndex& index : indexes_) index = KeyIndex(services_.files, index.path());
+  address_.Close();
+  main_.Close();
+  return result;
+}
+
+OpenResult Directory::OpenMainFile() {
+  const std::string path = paths_.Main();
+  if (!services_.files.Exists(path)) {
+    if (!options_.may_create || !main_.Create(services_.files, path, MainHeader::Template())) {
+      return OpenResult::kNoStore;
+    }
+    return OpenResult::kCreated;
+  }
+  if (!main_.Open(services_.files, path)) return OpenResult::kNoStore;
+  const std::optional<std::string> version = main_.header().Version();
+  if (!version) return OpenResult::kNoStore;
+  if (*version < kMainVersion) return OpenResult::kOlderVersion;
+  main_.InitFieldTable(true);
+  return OpenResult::kOpened;
+}
+
+bool Directory::OpenIndexes() {
+  // The count is looked for beside the main file, wherever the seat's own address file lies.
+  AddressFile beside(services_.files, paths_.BesideMain(".ADR"));
+  const bool counts_differ = beside.Open() && beside.header().count() != main_.count();
+  for (int number = 1; number <= 2; ++number) {
+    KeyIndex& store = index(number);
+    const bool there = services_.files.Exists(store.path());
+    if (there && store.CheckKeyIndex(main_.end_offset(), counts_differ)) continue;
+    if (!BuildKeyIndex(number)) return false;
+  }
+  return true;
+}
+
+bool Directory::BuildKeyIndex(int number) {
+  KeyIndex& store = index(number);
+  if (!store.CreateEmpty()) return false;
+  const int key_field = number == 1 ? kSte1 : kNom;
+  ForEachCard([&](uint32_t offset, const CardRecord& card) {
+    store.UpdateIndex(RebuildKeyOf(card, key_field), offset, 0, IndexMode::kInsert);
+  });
+  store.Flush();
+  return true;
+}
+
+bool Directory::OpenAddressFile(AddressMode mode, bool silent) {
+  if (address_.Open()) {
+    const bool mirrors = address_.CheckAddressFile(active_index(), main_.count());
+    const std::optional<std::string> version = address_.header().Version();
+    if (!mirrors || !version || *version < kAddressVersion) address_.CloseAndDelete();
+  } else if (services_.files.Exists(address_.path())) {
+    return false;
+  }
+  if (!address_.is_open()) return RebuildAddressFile(mode, silent);
+  marked_count_ = address_.Counter(selection_bit());
+  address_.header().set_count(static_cast<uint16_t>(address_.entry_count()));
+  address_.BuildLetterTable(active_index());
+  address_.Flush();
+  return true;
+}
+
+bool Directory::RebuildAddressFile(AddressMode mode, bool silent) {
+  if (mode != AddressMode::kKeepDependents) DeleteDependents(services_.files, paths_);
+  marked_count_ = 0;
+  if (!address_.CreateAddressFile()) return false;
+  const bool shown = !silent && main_.count() != 0;
+  if (shown) services_.progress.Open(ProgressForm::kBuildIndex, main_.count());
+  const std::vector<uint8_t> flags = CollectNumberFlags();
+  active_index().ForEachUsed([&](const IndexSlot& slot) {
+    EntrySlot entry;
+    entry.set_card_offset(slot.card_offset);
+    entry.set_bit(group_bit_, true);
+    entry.set_bit(kWholeFileBit, true);
+    const size_t card = slot.card_offset / kCardSize - 1;
+    if (card < flags.size()) entry.set_number_flags(flags[card]);
+    address_.AppendEntry(entry);
+    address_.letters().EntryAdded(static_cast<unsigned char>(slot.key[0]));
+    if (shown) {
+      const std::string key(KeyView(slot.key));
+      (void)services_.progress.Step(Utf8FromOem(OemText(CopyFieldText(key, kKeySize))));
+    }
+  });
+  address_.header().set_count(static_cast<uint16_t>(address_.entry_count()));
+  address_.header().set_stamp(main_.stamp_on_disk());
+  address_.Flush();
+  if (shown) services_.progress.Close();
+  return true;
+}
+
+std::vector<uint8_t> Directory::CollectNumberFlags() {
+  std::vector<uint8_t> flags;
+  flags.reserve(main_.count());
+  ForEachCard([&flags](uint32_t, const CardRecord& card) { flags.push_back(NumberFlagsOf(card)); });
+  return flags;
+}
+
+void Directory::CreateMissingCriteria() {
+  const std::string path = paths_.Of(".CRT");
+  if (services_.files.Exists(path)) return;
+  const std::unique_ptr<File> file = services_.files.Open(path, OpenMode::kCreateOrOpen);
+  if (file != nullptr) file->Write(0, DefaultCriteriaFile());
+}
+
+void Directory::CloseListView() {
+  // The stamp of the disk: an own change must not look like another seat's at the next opening.
+  address_.header().set_stamp(main_.stamp_on_disk());
+  address_.Flush();
+  address_.SetCounter(selection_bit(), static_cast<uint16_t>(marked_count_));
+  address_.FlushCounter(selection_bit());
+}
+
+void Directory::CloseDirectory() {
+  if (!open_) return;
+  CloseListView();
+  open_ = false;
+  if (selection_dirty_) main_.SetModificationTime(services_.clock.Now());
+  selection_dirty_ = false;
+  CloseAfter(OpenResult::kOpened);
+}
+
+bool Directory::write_failed() const {
+  return main_.write_failed() || indexes_[0].write_failed() || indexes_[1].write_failed() ||
+         address_.write_failed();
+}
+
+void Directory::Commit() {
+  if (in_batch_) return;
+  main_.Finish();
+  for (KeyIndex& index : indexes_) index.Flush();
+  address_.Flush();
+}
+
+Directory::Batch::Batch(Directory& directory) : directory_(directory) {
+  directory_.in_batch_ = true;
+  directory_.main_.BeginBatch();
+}
+
+Directory::Batch::~Batch() {
+  directory_.main_.EndBatch();
+  directory_.in_batch_ = false;
+  directory_.address_.header().set_stamp(directory_.main_.stamp_on_disk());
+  directory_.Commit();
+}
+
+}  // namespace carnetel

@@ -1,0 +1,148 @@
+// One open directory: its main file, its two indexes, its address file and the state that lives as
+// long as they are open. The open sequence heals: every derived file that fails a check is made
+// anew from the main file without asking, with the losses that follow from it (marks, groups).
+//
+// Everything a caller may do to cards goes through CardDispatch (storage/card_dispatch.h). Several
+// directories, or several seats on one, can be open in a process at once.
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "base/messages.h"
+#include "platform/clock.h"
+#include "storage/address_file.h"
+#include "storage/directory_file.h"
+#include "storage/family_files.h"
+#include "storage/index_walk.h"
+#include "storage/key_index.h"
+
+namespace carnetel {
+
+enum class OpenResult {
+  kOpened = 0,
+  kCreated = 1,
+  kNoStore = -1,       // a store could not be opened, or the main file has no version
+  kOlderVersion = -2,  // the main file is of an older version
+};
+
+enum class AddressMode {
+  kNormal = 0,
+  kKeepDependents = 9,  // an address file made anew leaves groups, criteria and layouts alone
+};
+
+struct DirectoryOptions {
+  // The main file, with or without its extension.
+  std::string path;
+  // Folder of a seat's own files, with a trailing separator; empty without seats.
+  std::string shared_dir;
+  // The field that names cards for display and search: kSte1 or kNom. Any value above kSte1 makes
+  // the second index the active one.
+  int key_field = kSte1;
+  // Whether a missing main file is made; without it that is kNoStore.
+  bool may_create = true;
+};
+
+// The services of the surroundings that a directory works with.
+struct DirectoryServices {
+  FileSystem& files;
+  Clock& clock;
+  ProgressBox& progress;
+};
+
+class Directory {
+ public:
+  Directory(const DirectoryServices& services, DirectoryOptions options);
+  ~Directory();
+  Directory(const Directory&) = delete;
+  Directory& operator=(const Directory&) = delete;
+
+  // Opens or makes all stores. On a negative result everything is closed. `silent` leaves out the
+  // progress display of an address file made anew.
+  OpenResult OpenDirectory(AddressMode mode = AddressMode::kNormal, bool silent = false);
+  // Writes header and counter of the address file: what the list needs from one run to the next.
+  void CloseListView();
+  // The same, then closes all stores; a directory whose marks changed gets a new file time, so that
+  // other seats see it.
+  void CloseDirectory();
+  [[nodiscard]] bool is_open() const { return open_; }
+
+  [[nodiscard]] const FamilyPaths& paths() const { return paths_; }
+  [[nodiscard]] FileSystem& files() const { return services_.files; }
+  [[nodiscard]] Clock& clock() const { return services_.clock; }
+  [[nodiscard]] ProgressBox& progress() const { return services_.progress; }
+
+  DirectoryFile& main() { return main_; }
+  [[nodiscard]] const DirectoryFile& main() const { return main_; }
+  // Number 1 files cards by company, number 2 by surname.
+  KeyIndex& index(int number) { return indexes_[static_cast<size_t>(number - 1)]; }
+  KeyIndex& active_index() { return index(active_index_number()); }
+  [[nodiscard]] int active_index_number() const { return options_.key_field <= kSte1 ? 1 : 2; }
+  [[nodiscard]] int key_field() const { return options_.key_field; }
+  AddressFile& address() { return address_; }
+  [[nodiscard]] const AddressFile& address() const { return address_; }
+  CardContext& context() { return context_; }
+  IndexWalk& walk() { return walk_; }
+
+  [[nodiscard]] uint8_t group_bit() const { return group_bit_; }
+  [[nodiscard]] uint8_t selection_bit() const { return static_cast<uint8_t>(group_bit_ + 1); }
+  [[nodiscard]] int32_t marked_count() const { return marked_count_; }
+  void set_marked_count(int32_t count) { marked_count_ = count; }
+  void set_selection_dirty() { selection_dirty_ = true; }
+
+  EntryChange& last_inserted() { return last_inserted_; }
+  EntryChange& last_removed() { return last_removed_; }
+
+  // True when any write to a store has failed since it was opened.
+  [[nodiscard]] bool write_failed() const;
+
+  // While one is alive, changes gather in memory and reach the disk together when it ends: cards
+  // first, then everything derived. For imports and other long runs of one kind of change.
+  class Batch {
+   public:
+    explicit Batch(Directory& directory);
+    ~Batch();
+    Batch(const Batch&) = delete;
+    Batch& operator=(const Batch&) = delete;
+
+   private:
+    Directory& directory_;
+  };
+
+  // Ends one change: main file, indexes, address file, in this order. Nothing in a batch.
+  void Commit();
+
+ private:
+  OpenResult OpenMainFile();
+  OpenResult CloseAfter(OpenResult result);
+  bool OpenIndexes();
+  bool BuildKeyIndex(int number);
+  bool OpenAddressFile(AddressMode mode, bool silent);
+  bool RebuildAddressFile(AddressMode mode, bool silent);
+  // Number flags of every card, by its place in the main file.
+  [[nodiscard]] std::vector<uint8_t> CollectNumberFlags();
+  void CreateMissingCriteria();
+
+  // Calls `visit(offset, card)` for every card of the main file, in file order.
+  template <class Visit>
+  void ForEachCard(Visit visit);
+
+  DirectoryServices services_;
+  DirectoryOptions options_;
+  FamilyPaths paths_;
+  DirectoryFile main_;
+  std::array<KeyIndex, 2> indexes_;
+  AddressFile address_;
+  CardContext context_;
+  IndexWalk walk_;
+  uint8_t group_bit_ = kWholeFileBit;
+  int32_t marked_count_ = 0;
+  bool selection_dirty_ = false;
+  bool open_ = false;
+  bool in_batch_ = false;
+  EntryChange last_inserted_;
+  EntryChange last_removed_;
+};
+
+}  // namespace carnetel

@@ -1,0 +1,153 @@
+#include "storage/directory_file.h"
+
+namespace carnetel {
+namespace {
+
+constexpr size_t kAppendBufferSize = 64 * 1024 / kCardSize * kCardSize;
+
+// Whole cards in a file of `size` bytes, the header block left out.
+uint32_t CardsIn(uint64_t size) {
+  const uint64_t blocks = size / kCardSize;
+  return blocks == 0 ? 0 : static_cast<uint32_t>(blocks - 1);
+}
+
+}  // namespace
+
+bool DirectoryFile::Open(FileSystem& files, const std::string& path) {
+  file_ = files.Open(path, OpenMode::kReadWrite);
+  return file_ != nullptr && ReadHeader();
+}
+
+bool DirectoryFile::Create(FileSystem& files, const std::string& path, const MainHeader& image) {
+  file_ = files.Open(path, OpenMode::kCreateOrOpen);
+  if (file_ == nullptr) return false;
+  header_ = image;
+  InitFieldTable(false);
+  return true;
+}
+
+void DirectoryFile::Close() {
+  if (file_ != nullptr) EndBatch();
+  file_.reset();
+}
+
+void DirectoryFile::InitFieldTable(bool keep_existing) {
+  std::array<std::byte, kFieldTableSize> table;
+  kFieldTable.Store(table);
+  if (header_.field_count() != kFieldCount) {
+    header_.set_field_count(kFieldCount);
+    if (keep_existing) {
+      file_->Write(0, header_.bytes());
+      file_->Write(MainHeader::kFieldTableOffset, table);
+    }
+  }
+  if (keep_existing) return;
+  header_.set_card_count(0);
+  header_.SetVersionInBanner();
+  header_.set_description({});
+  CardRecord block;
+  std::ranges::copy(header_.bytes(), block.bytes().begin());
+  std::ranges::copy(table, block.bytes().subspan(MainHeader::kFieldTableOffset).begin());
+  file_->Write(0, block.bytes());
+  count_ = 0;
+  stamp_on_disk_ = header_.stamp();
+}
+
+bool DirectoryFile::ReadHeader() {
+  header_ = MainHeader();
+  if (file_->Read(0, header_.bytes()) == 0) return false;
+  stamp_on_disk_ = header_.stamp();
+  count_ = CardsIn(file_->Size());
+  header_.set_card_count(static_cast<uint16_t>(count_));
+  return true;
+}
+
+bool DirectoryFile::WriteHeader() {
+  stamp_on_disk_ = header_.stamp();
+  return file_->Write(0, header_.bytes());
+}
+
+bool DirectoryFile::ReadCard(uint32_t offset, CardRecord& card) {
+  return ReadCards(offset, std::span(&card, 1)) == 1;
+}
+
+size_t DirectoryFile::ReadCards(uint32_t offset, std::span<CardRecord> into) {
+  static_assert(sizeof(CardRecord) == kCardSize);
+  if (!HoldsCard(offset)) return 0;
+  if (!appended_.empty()) FlushAppended();
+  const size_t wanted = std::min<size_t>(into.size(), (end_offset() - offset) / kCardSize);
+  return file_->Read(offset, std::as_writable_bytes(into.first(wanted))) / kCardSize;
+}
+
+bool DirectoryFile::WriteCard(uint32_t offset, const CardRecord& card) {
+  const uint32_t appended_end = appended_offset_ + static_cast<uint32_t>(appended_.size());
+  const bool extends = in_batch_ && (appended_.empty() || offset == appended_end);
+  if (!extends || offset < end_offset()) {
+    if (!FlushAppended()) return false;
+    return file_->Write(offset, card.bytes());
+  }
+  if (appended_.empty()) appended_offset_ = offset;
+  appended_.insert(appended_.end(), card.bytes().begin(), card.bytes().end());
+  return appended_.size() < kAppendBufferSize || FlushAppended();
+}
+
+bool DirectoryFile::FlushAppended() {
+  if (appended_.empty()) return true;
+  const bool written = file_->Write(appended_offset_, appended_);
+  if (!written) count_ = std::min(count_, CardsIn(file_->Size()));
+  appended_.clear();
+  return written;
+}
+
+void DirectoryFile::TakeStamp() {
+  if (!in_batch_) header_.set_stamp(static_cast<uint32_t>(file_->ModificationTime()));
+}
+
+void DirectoryFile::SetCount(uint32_t count) {
+  count_ = count;
+  header_.set_card_count(static_cast<uint16_t>(count));
+  if (!in_batch_) WriteCountAndStamp();
+}
+
+void DirectoryFile::WriteCountAndStamp() {
+  const size_t count_at = header_.count_position();
+  const size_t stamp_distance = MainHeader::kStampOffset - MainHeader::kCountOffset;
+  std::array<std::byte, 4> value;
+  StoreLe16(value, 0, header_.card_count());
+  file_->Write(count_at, std::span(value).first(2));
+  StoreLe32(value, 0, header_.stamp());
+  file_->Write(count_at + stamp_distance, value);
+  stamp_on_disk_ = header_.stamp();
+}
+
+void DirectoryFile::Finish() {
+  if (in_batch_) return;
+  // The cut must not reach the disk before the card that was moved from behind it.
+  if (!file_->Sync() || keeps_tail_) return;
+  if (file_->Size() > end_offset()) file_->Truncate(end_offset());
+}
+
+void DirectoryFile::EndBatch() {
+  if (!in_batch_) return;
+  FlushAppended();
+  in_batch_ = false;
+  TakeStamp();
+  SetCount(count_);
+  Finish();
+}
+
+DirectoryFile::GuardCopy::GuardCopy(DirectoryFile& file, const CardRecord& card)
+    : file_(file), written_(file.WriteCard(file.end_offset(), card) && file.file_->Sync()) {
+  file_.keeps_tail_ = written_;
+}
+
+DirectoryFile::GuardCopy::~GuardCopy() {
+  file_.keeps_tail_ = false;
+  if (!kept_) file_.Finish();
+}
+
+void DirectoryFile::SetModificationTime(int64_t seconds) {
+  file_->SetModificationTime(seconds);
+}
+
+}  // namespace carnetel
