@@ -6,6 +6,7 @@
 // A run takes the first 10000 lines of a source, and no line that is longer than 32767 bytes.
 #pragma once
 
+#include <algorithm>
 #include <array>
 
 #include "storage/directory.h"
@@ -21,7 +22,9 @@ inline constexpr std::array<int, 23> kDelimitedFields = {
     kTel2,     kFax,  kModem,   kMtel,   kRef1,       kRef1 + 1,    kRef1 + 2, kRef1 + 3,
     kRef1 + 4, kRef6, kQualite, kPrenom, kNom,        kSparePerson, kNotes};
 
-[[nodiscard]] bool IsDelimitedField(int field);
+[[nodiscard]] constexpr bool IsDelimitedField(int field) {
+  return std::ranges::find(kDelimitedFields, field) != kDelimitedFields.end();
+}
 
 inline constexpr uint32_t kMaxImportedLines = 10000;
 inline constexpr size_t kMaxLineSize = 32767;
