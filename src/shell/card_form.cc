@@ -30,9 +30,9 @@ bool MayStartKey(const std::string& utf8) {
   return text.empty() || IsKeyStartOrBlank(static_cast<unsigned char>(text.bytes().front()));
 }
 
-bool IsKeyControl(int control) { return control == kControlSte1 || control == kControlNom; }
-
-bool IsPersonControl(int control) { return control >= kControlQualite && control <= kControlNom; }
+bool IsKeyControl(int control) {
+  return control == kControlSte1 || control == kControlNom;
+}
 
 }  // namespace
 
@@ -176,8 +176,7 @@ void CardForm::LookOff() {
 // ---- leaving ----
 
 bool CardForm::AskDiscard() {
-  const MessageButton answer =
-      messages_.ShowMessage(MessageStyle::kYesNoDefaultNo, 80, 178);
+  const MessageButton answer = messages_.ShowMessage(MessageStyle::kYesNoDefaultNo, 80, 178);
   if (answer != MessageButton::kYes) {
     mode_ = FormMode::kChanged;
     return false;

@@ -82,12 +82,12 @@ class CardForm {
   // The opening of nearly every command: false when there are changes and the user keeps them.
   [[nodiscard]] bool LeaveForm();
 
-  void Confirm();        // Enter
+  void Confirm();  // Enter
   void Escape();
-  void CreateCard();     // Insert, or 1008 with its create face
-  void CreateOrCancel(); // button 1008
-  void SaveChange();     // 1006
-  void SaveNew();        // 1007
+  void CreateCard();      // Insert, or 1008 with its create face
+  void CreateOrCancel();  // button 1008
+  void SaveChange();      // 1006
+  void SaveNew();         // 1007
   void ShowZone(FormZone zone);
 
  private:

@@ -9,7 +9,9 @@ namespace carnetel {
 namespace {
 
 // The window lets no character through that the cards cannot hold, so nothing is lost here.
-OemText FromScreen(const std::string& utf8) { return OemFromUtf8Lossy(utf8); }
+OemText FromScreen(const std::string& utf8) {
+  return OemFromUtf8Lossy(utf8);
+}
 
 }  // namespace
 

@@ -1,7 +1,7 @@
 // The list of the main window without its window: which cards it shows, in which order, which are
 // marked, and what keys and clicks do to them. A row is one signed number, the card's offset in the
-// main file, positive when the card is marked and negative when it is not; the text of a row is made
-// when it is drawn. A refill reads each shown card once, for its key.
+// main file, positive when the card is marked and negative when it is not; the text of a row is
+// made when it is drawn. A refill reads each shown card once, for its key.
 #pragma once
 
 #include <cstdint>

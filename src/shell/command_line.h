@@ -15,13 +15,13 @@ struct StartupRequest {
   bool direct_open = false;
   std::string direct_path;
 
-  std::string app_argument;          // -APP, for capture enrichment; a first '?' means none
-  std::string exchange_file_path;    // -FILE, without blanks at its end
-  int32_t launch_type = 0;           // -TYPE, selects the role
-  uint32_t caller_window = 0;        // -HWND, 0 when stand-alone
-  int32_t caller_argument = 0;       // -NUM, passed through to the role
-  std::string appli_name;            // -APPLI, base name of the caller's settings file
-  int32_t workstation_number = 0;    // -NUMP, the seat; 1 or more means several seats
+  std::string app_argument;        // -APP, for capture enrichment; a first '?' means none
+  std::string exchange_file_path;  // -FILE, without blanks at its end
+  int32_t launch_type = 0;         // -TYPE, selects the role
+  uint32_t caller_window = 0;      // -HWND, 0 when stand-alone
+  int32_t caller_argument = 0;     // -NUM, passed through to the role
+  std::string appli_name;          // -APPLI, base name of the caller's settings file
+  int32_t workstation_number = 0;  // -NUMP, the seat; 1 or more means several seats
 };
 
 // The arguments of the process, joined as the search wants them.

@@ -89,20 +89,34 @@ constexpr std::array<NumberPair, 12> kButtonCommands = {
 
 constexpr int kOtherStatusText = 59;
 constexpr std::array<NumberPair, 37> kStatusTexts = {
-    {{200, 61},  {201, 62},  {1010, 62}, {202, 98},   {1011, 98},  {203, 111},  {204, 63},
-     {206, 64},  {1012, 64}, {207, 66},  {1007, 66},  {213, 73},   {214, 74},   {1013, 74},
-     {215, 91},  {219, 91},  {217, 166}, {218, 169},  {230, 262},  {1018, 222}, {1020, 228},
-     {1000, 71}, {205, 71},  {1001, 70}, {211, 70},   {1002, 162}, {216, 162},  {1003, 72},
-     {212, 72},  {1004, 68}, {209, 68},  {1005, 69},  {210, 69},   {1006, 67},  {208, 67},
+    {{200, 61},   {201, 62},  {1010, 62}, {202, 98},  {1011, 98},  {203, 111},  {204, 63},
+     {206, 64},   {1012, 64}, {207, 66},  {1007, 66}, {213, 73},   {214, 74},   {1013, 74},
+     {215, 91},   {219, 91},  {217, 166}, {218, 169}, {230, 262},  {1018, 222}, {1020, 228},
+     {1000, 71},  {205, 71},  {1001, 70}, {211, 70},  {1002, 162}, {216, 162},  {1003, 72},
+     {212, 72},   {1004, 68}, {209, 68},  {1005, 69}, {210, 69},   {1006, 67},  {208, 67},
      {1008, 220}, {1009, 221}}};
 constexpr std::array<NumberPair, 5> kSiblingStatusTexts = {
     {{1014, 223}, {1015, 225}, {1016, 226}, {1017, 227}, {1019, 224}}};
 
 constexpr int kGeneralTopic = 48;
-constexpr std::array<NumberPair, 18> kCommandTopics = {
-    {{200, 49}, {201, 50}, {217, 72}, {202, 58}, {203, 59}, {204, 51}, {205, 54}, {207, 52},
-     {208, 52}, {209, 52}, {210, 52}, {211, 53}, {215, 53}, {219, 53}, {212, 56}, {213, 56},
-     {218, 56}, {216, 63}}};
+constexpr std::array<NumberPair, 18> kCommandTopics = {{{200, 49},
+                                                        {201, 50},
+                                                        {217, 72},
+                                                        {202, 58},
+                                                        {203, 59},
+                                                        {204, 51},
+                                                        {205, 54},
+                                                        {207, 52},
+                                                        {208, 52},
+                                                        {209, 52},
+                                                        {210, 52},
+                                                        {211, 53},
+                                                        {215, 53},
+                                                        {219, 53},
+                                                        {212, 56},
+                                                        {213, 56},
+                                                        {218, 56},
+                                                        {216, 63}}};
 constexpr std::array<NumberPair, 6> kControlTopics = {
     {{1006, 52}, {1007, 52}, {1001, 53}, {1000, 54}, {1002, 63}, {1003, 56}}};
 
@@ -114,7 +128,9 @@ int Find(std::span<const NumberPair> table, int item, int otherwise) {
 
 }  // namespace
 
-std::span<const MenuPopup> MainMenu() { return kMainMenu; }
+std::span<const MenuPopup> MainMenu() {
+  return kMainMenu;
+}
 
 bool IsGrey(int command, const MenuState& state) {
   switch (command) {
@@ -138,7 +154,9 @@ bool IsGrey(int command, const MenuState& state) {
   }
 }
 
-int CommandOfButton(int button) { return Find(kButtonCommands, button, button); }
+int CommandOfButton(int button) {
+  return Find(kButtonCommands, button, button);
+}
 
 int StatusTextOf(int item) {
   return Find(kStatusTexts, item, Find(kSiblingStatusTexts, item, kOtherStatusText));
@@ -156,9 +174,17 @@ int HelpTopicOfControl(int control, bool new_card) {
   return kGeneralTopic;
 }
 
-std::span<const ButtonInfo> ToolbarButtons() { return kToolbar; }
-std::span<const ButtonInfo> FormColumnButtons() { return kFormColumn; }
-std::span<const ButtonInfo> SiblingButtons() { return kSiblings; }
-std::span<const ButtonInfo> ZoneButtons() { return kZones; }
+std::span<const ButtonInfo> ToolbarButtons() {
+  return kToolbar;
+}
+std::span<const ButtonInfo> FormColumnButtons() {
+  return kFormColumn;
+}
+std::span<const ButtonInfo> SiblingButtons() {
+  return kSiblings;
+}
+std::span<const ButtonInfo> ZoneButtons() {
+  return kZones;
+}
 
 }  // namespace carnetel

@@ -74,14 +74,14 @@ enum CommandId : int {
 };
 
 struct MenuItem {
-  int command = 0;             // 0 is a separator
-  std::string_view text;       // with its mnemonic, UTF-8
-  std::string_view shortcut;   // shown behind the text; the keys themselves are the key table's
+  int command = 0;            // 0 is a separator
+  std::string_view text;      // with its mnemonic, UTF-8
+  std::string_view shortcut;  // shown behind the text; the keys themselves are the key table's
 };
 
 struct MenuPopup {
   std::string_view title;
-  int status_text;             // number in the string table
+  int status_text;  // number in the string table
   std::span<const MenuItem> items;
 };
 
@@ -114,8 +114,8 @@ inline constexpr int kStatusTextSystemMenu = 76;
 
 struct ButtonInfo {
   int id;
-  std::string_view caption;    // tooltip and accessible name, UTF-8
-  std::string_view face;       // name of its picture
+  std::string_view caption;  // tooltip and accessible name, UTF-8
+  std::string_view face;     // name of its picture
 };
 
 // Toolbar, form column and sibling buttons in the order of the window.
