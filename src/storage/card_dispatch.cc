@@ -118,11 +118,14 @@ bool DeleteCard(Directory& directory, uint32_t card_offset, uint32_t* moved_from
   if (!directory.main().ReadCard(card_offset, context.reference)) return false;
   directory.last_removed() = {};
   directory.last_inserted() = {};
+  const uint32_t cards = directory.main().count();
   uint32_t position = card_offset;
   CardDispatch(directory).Delete(&position);
-  const EntryChange& removed = directory.last_removed();
-  if (removed.card_offset != card_offset) return false;
+  // The answer can be negative although the card is gone, and an address file that is out of step
+  // may have had no entry to remove: the main file tells.
+  if (directory.main().count() == cards) return false;
   *moved_from = position;
+  const EntryChange& removed = directory.last_removed();
   if (removed.marked) directory.set_marked_count(std::max(0, directory.marked_count() - 1));
   return true;
 }
