@@ -53,7 +53,7 @@ IndexKey IndexKeyOf(const CardRecord& card, int key_field) {
 IndexKey RebuildKeyOf(const CardRecord& card, int key_field) {
   std::string text = KeyText(card, key_field);
   text.resize(std::min(text.size(), kKeySize));
-  if (text.empty()) text = "A";
+  if (text.empty()) text.assign(1, 'A');
   UpperCaseRun(text, kKeySize);
   if (IsAboveZ(text.front())) text.front() = Folded(text.front());
   return ToKey(text);
