@@ -25,7 +25,7 @@ std::string Hex(ByteView bytes) {
 }
 
 ::testing::AssertionResult SameBytes(ByteView expected, ByteView actual) {
-  if (std::ranges::equal(expected, actual)) return ::testing::AssertionSuccess();
+  if (std::ranges::equal(AsChars(expected), AsChars(actual))) return ::testing::AssertionSuccess();
   ::testing::AssertionResult failure = ::testing::AssertionFailure();
   failure << "expected " << expected.size() << " bytes, are " << actual.size() << "\n";
   int shown = 0;
