@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -52,6 +53,11 @@ struct SystemCase {
   std::string name;
   std::function<std::unique_ptr<System>()> make;
 };
+
+// Named in lists of tests; the addresses in its bytes would differ at each run.
+void PrintTo(const SystemCase& system_case, std::ostream* out) {
+  *out << system_case.name;
+}
 
 class FileSystemSuite : public ::testing::TestWithParam<SystemCase> {
  protected:
