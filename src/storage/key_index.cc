@@ -180,7 +180,8 @@ IndexUpdate KeyIndex::Repoint(unsigned char letter, const Place& place, uint32_t
 }
 
 IndexUpdate KeyIndex::RemoveSlot(const Place& place, uint32_t card_offset) {
-  size_t slot = place.slot;
+  // Where the search met no slot of the letter, the whole page is looked through.
+  size_t slot = place.result < 0 ? 0 : place.slot;
   while (slot < kSlotsPerPage && SlotOffset(place.page, slot) != card_offset) ++slot;
   // The search for the card ends with the page, even when the next one holds it.
   if (slot == kSlotsPerPage) return {};
