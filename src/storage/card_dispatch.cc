@@ -77,7 +77,11 @@ int CardDispatch::Rewrite(uint32_t card_offset, uint32_t entry_row) {
   entry.set_number_flags(NumberFlagsOf(directory_.context().current));
   entry.set_bit(directory_.group_bit(), true);
   if (directory_.group_bit() != kWholeFileBit) entry.set_bit(kWholeFileBit, true);
-  address.SetEntry(entry_row, entry);
+  if (entry != address.Entry(entry_row)) {
+    // A batch cuts the guard copy off before the flags are on the disk.
+    address.MarkChanging();
+    address.SetEntry(entry_row, entry);
+  }
   directory_.Commit();
   return 0;
 }
