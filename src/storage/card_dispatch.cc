@@ -123,11 +123,13 @@ bool DeleteCard(Directory& directory, uint32_t card_offset, uint32_t* moved_from
   directory.last_removed() = {};
   directory.last_inserted() = {};
   uint32_t position = card_offset;
+  const uint32_t count = directory.main().count();
   CardDispatch(directory).Delete(&position);
-  const EntryChange& removed = directory.last_removed();
-  if (removed.card_offset != card_offset) return false;
+  // An entry that lies out of place stays although its card is gone: the main file tells.
+  if (directory.main().count() == count) return false;
   *moved_from = position;
-  if (removed.marked) directory.set_marked_count(std::max(0, directory.marked_count() - 1));
+  if (directory.last_removed().marked)
+    directory.set_marked_count(std::max(0, directory.marked_count() - 1));
   return true;
 }
 
