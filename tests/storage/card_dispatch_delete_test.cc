@@ -149,6 +149,18 @@ TEST_F(CardDispatchDeleteTest, MarkedCountFollows) {
   EXPECT_EQ(directory().marked_count(), 0) << "never below 0";
 }
 
+TEST_F(CardDispatchDeleteTest, CardWhoseEntryLiesOutOfPlaceIsReportedAsGone) {
+  std::vector<std::string> names;
+  for (int n = 1; n <= 36; ++n) names.push_back(FormatPrintf("M%02d", {n}));
+  names.insert(names.end(), {"TANGO", "NANTES", "ZOLA"});
+  AddCompanies(names);
+  uint32_t moved_from = 0;
+  EXPECT_TRUE(DeleteCard(directory(), CardOffset(37), &moved_from));
+  EXPECT_EQ(moved_from, CardOffset(39));
+  EXPECT_EQ(directory().last_removed().card_offset, 0U) << "its entry stays";
+  EXPECT_EQ(MainFile().size(), 768U * 39);
+}
+
 TEST_F(CardDispatchDeleteTest, OffsetWhereNoCardLies) {
   AddCompanies({"ALPHA", "BRAVO"});
   const FileBytes before = MainFile();

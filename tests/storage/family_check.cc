@@ -38,8 +38,8 @@ std::string Told(std::string_view what, uint64_t where) {
 // One pass over an index, page by page.
 class IndexReader {
  public:
-  IndexReader(const std::vector<CardRecord>& cards, int key_field)
-      : cards_(cards), key_field_(key_field) {}
+  IndexReader(const std::vector<CardRecord>& cards, int key_field, SlotOrder slot_order)
+      : cards_(cards), key_field_(key_field), sorted_(slot_order == SlotOrder::kSorted) {}
 
   std::string TakePage(char letter, ByteView page) {
     if (page[1] != std::byte{0}) return Told("second byte of a page", pages_);
@@ -66,9 +66,9 @@ class IndexReader {
       ended_ = true;
       return offset == 0 ? "" : "offset without a key";
     }
-    if (ended_) return "used slot behind an empty one";
+    if (ended_ && sorted_) return "used slot behind an empty one";
     if (key[0] != letter_) return "key of another letter";
-    if (!before_.empty() && CompareKey(before_, key, 10) > 0) return "keys not in order";
+    if (sorted_ && !before_.empty() && CompareKey(before_, key, 10) > 0) return "keys not in order";
     before_ = key;
     if (offset % 768 != 0 || offset == 0 || offset > 768 * cards_.size())
       return "offset of no card";
@@ -80,6 +80,7 @@ class IndexReader {
 
   const std::vector<CardRecord>& cards_;
   int key_field_;
+  bool sorted_;
   char letter_ = 0;
   uint64_t pages_ = 0;
   bool ended_ = false;
@@ -111,9 +112,9 @@ std::vector<CardRecord> CardsOf(ByteView main_file) {
 }
 
 std::string IndexFault(ByteView index, const std::vector<CardRecord>& cards, int key_field,
-                       std::vector<uint32_t>* order) {
+                       SlotOrder slot_order, std::vector<uint32_t>* order) {
   if (index.size() % 506 != 0) return Told("index not of whole pages", index.size());
-  IndexReader reader(cards, key_field);
+  IndexReader reader(cards, key_field, slot_order);
   size_t chain = 0;
   for (size_t page = 0; page < index.size(); page += 506) {
     const char letter = static_cast<char>(index[page]);
@@ -148,13 +149,13 @@ std::string AddressFault(ByteView address, const std::vector<CardRecord>& cards,
   return {};
 }
 
-std::string FamilyFault(const FamilyBytes& family) {
+std::string FamilyFault(const FamilyBytes& family, SlotOrder slot_order) {
   const std::vector<CardRecord> cards = CardsOf(family.main);
   std::vector<uint32_t> by_name;
   std::vector<uint32_t> by_company;
-  std::string fault = IndexFault(family.index2, cards, kNom, &by_name);
+  std::string fault = IndexFault(family.index2, cards, kNom, slot_order, &by_name);
   if (!fault.empty()) return "second index: " + fault;
-  fault = IndexFault(family.index1, cards, kSte1, &by_company);
+  fault = IndexFault(family.index1, cards, kSte1, slot_order, &by_company);
   if (!fault.empty()) return "first index: " + fault;
   return AddressFault(family.address, cards, &by_company, true);
 }

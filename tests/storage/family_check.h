@@ -24,10 +24,14 @@ std::vector<CardRecord> CardsOf(ByteView main_file);
 // The card without the time of its last write.
 CardRecord Timeless(CardRecord card);
 
+// kSorted: keys ascend and no empty slot stands in front of a used one. kAny: holes are allowed,
+// as an opening leaves them where it cleared a slot, and keys behind them in any order.
+enum class SlotOrder { kSorted, kAny };
+
 // What is wrong with an index of the cards by `key_field`; empty when nothing is. `order` takes the
 // card offsets in its order.
 std::string IndexFault(ByteView index, const std::vector<CardRecord>& cards, int key_field,
-                       std::vector<uint32_t>* order);
+                       SlotOrder slot_order, std::vector<uint32_t>* order);
 
 // What is wrong with an address file. With `order`, its entries must stand in it; with `flags`, the
 // number flags must be those of the cards.
@@ -35,6 +39,6 @@ std::string AddressFault(ByteView address, const std::vector<CardRecord>& cards,
                          const std::vector<uint32_t>* order, bool flags);
 
 // Everything above, for the directory whose first index is active.
-std::string FamilyFault(const FamilyBytes& family);
+std::string FamilyFault(const FamilyBytes& family, SlotOrder slot_order = SlotOrder::kSorted);
 
 }  // namespace carnetel
