@@ -21,7 +21,7 @@ bool AddressFile::CheckAddressFile(const KeyIndex& active, uint32_t card_count) 
     mirrors = mirrors && row < entry_count() && CardOffsetAt(row) == slot.card_offset;
     ++row;
   });
-  return mirrors && header_.count() == card_count;
+  return mirrors && row == card_count && header_.count() == card_count;
 }
 
 bool AddressFile::CreateAddressFile() {

@@ -77,7 +77,11 @@ int CardDispatch::Rewrite(uint32_t card_offset, uint32_t entry_row) {
   entry.set_number_flags(NumberFlagsOf(directory_.context().current));
   entry.set_bit(directory_.group_bit(), true);
   if (directory_.group_bit() != kWholeFileBit) entry.set_bit(kWholeFileBit, true);
-  address.SetEntry(entry_row, entry);
+  if (entry != address.Entry(entry_row)) {
+    // A batch cuts the guard copy off before the flags are on the disk.
+    address.MarkChanging();
+    address.SetEntry(entry_row, entry);
+  }
   directory_.Commit();
   return 0;
 }
@@ -118,15 +122,14 @@ bool DeleteCard(Directory& directory, uint32_t card_offset, uint32_t* moved_from
   if (!directory.main().ReadCard(card_offset, context.reference)) return false;
   directory.last_removed() = {};
   directory.last_inserted() = {};
-  const uint32_t cards = directory.main().count();
   uint32_t position = card_offset;
+  const uint32_t count = directory.main().count();
   CardDispatch(directory).Delete(&position);
-  // The answer can be negative although the card is gone, and an address file that is out of step
-  // may have had no entry to remove: the main file tells.
-  if (directory.main().count() == cards) return false;
+  // An entry that lies out of place stays although its card is gone: the main file tells.
+  if (directory.main().count() == count) return false;
   *moved_from = position;
-  const EntryChange& removed = directory.last_removed();
-  if (removed.marked) directory.set_marked_count(std::max(0, directory.marked_count() - 1));
+  if (directory.last_removed().marked)
+    directory.set_marked_count(std::max(0, directory.marked_count() - 1));
   return true;
 }
 

@@ -37,7 +37,10 @@ void DirectoryFile::InitFieldTable(bool keep_existing) {
   if (header_.field_count() != kFieldCount) {
     header_.set_field_count(kFieldCount);
     if (keep_existing) {
-      file_->Write(0, header_.bytes());
+      // Not the whole image: its count may be corrected already, the one on the disk stays wrong
+      // until the next add or delete.
+      file_->Write(MainHeader::kFieldCountOffset,
+                   ByteView(header_.bytes()).subspan(MainHeader::kFieldCountOffset, 2));
       file_->Write(MainHeader::kFieldTableOffset, table);
     }
   }

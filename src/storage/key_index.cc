@@ -17,7 +17,7 @@ bool Above(unsigned char a, unsigned char b) {
 bool KeyIndex::CheckKeyIndex(uint32_t card_end, bool counts_differ) {
   file_ = files_->Open(path_, OpenMode::kReadWrite);
   if (file_ != nullptr) image_.Load(*file_);
-  if (file_ == nullptr || page_count() == 0 || counts_differ) {
+  if (file_ == nullptr || !IsWhole() || counts_differ) {
     file_.reset();
     image_.Clear();
     files_->Remove(path_);
@@ -35,6 +35,10 @@ bool KeyIndex::CheckKeyIndex(uint32_t card_end, bool counts_differ) {
   Flush();
   in_order_ = IsInOrder();
   return true;
+}
+
+bool KeyIndex::IsWhole() const {
+  return page_count() >= kIndexLetters.size() && image_.size() % kIndexPageSize == 0;
 }
 
 bool KeyIndex::CreateEmpty() {
