@@ -18,8 +18,7 @@ CardRemoval DeleteEach(Directory& directory, std::vector<uint32_t> offsets) {
     uint32_t moved_from = 0;
     removal.failed = !directory.main().ReadCard(offset, card);
     if (removal.failed) break;
-    removal.stopped =
-        directory.progress().Step(DeletionLabel(card, directory.key_field()));
+    removal.stopped = directory.progress().Step(DeletionLabel(card, directory.key_field()));
     removal.failed = !DeleteCard(directory, offset, &moved_from);
     if (removal.failed) break;
     ++removal.deleted;

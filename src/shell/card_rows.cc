@@ -35,8 +35,7 @@ uint32_t VisitCardRows(Directory& directory, const LetterRange& range,
                        const std::function<bool(const CardRow&)>& visit) {
   const AddressFile& address = directory.address();
   const LetterTable& letters = address.letters();
-  const uint32_t stop =
-      range.end == 0 ? address.entry_count() : EntryRow(letters.Start(range.end));
+  const uint32_t stop = range.end == 0 ? address.entry_count() : EntryRow(letters.Start(range.end));
   uint32_t hidden = 0;
   CardRow row;
   for (row.row = EntryRow(letters.Start(range.first)); row.row < stop; ++row.row) {
