@@ -82,8 +82,8 @@ std::optional<std::vector<uint32_t>> ResolveRows(CliSession& session, Directory&
     }
     const uint32_t row = by_offset ? address.FindRow(*number) : *number - 1;
     if (row >= address.entry_count()) {
-      *status = session.Fail((by_offset ? "pas de fiche à la position " : "pas de fiche à la ligne ") +
-                             name);
+      *status = session.Fail(
+          (by_offset ? "pas de fiche à la position " : "pas de fiche à la ligne ") + name);
       return std::nullopt;
     }
     offsets.push_back(address.CardOffsetAt(row));

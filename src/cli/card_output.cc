@@ -68,17 +68,25 @@ CardPrinter::CardPrinter(CliSession& session, Directory& directory)
       groups_(ReadGroups(session.files(), directory.paths().Of(".GRP"))),
       number_width_(std::to_string(directory.address().entry_count()).size()) {}
 
+std::string CardPrinter::Label(const CardRow& row) const {
+  OemText label = ListLabelOf(row.card, styles_);
+  CutTrailingBlanks(label.bytes());
+  return Utf8FromOem(label);
+}
+
+bool CardPrinter::IsMarked(const CardRow& row) const {
+  return row.entry.bit(directory_.selection_bit());
+}
+
 CardView CardPrinter::View(const CardRow& row) const {
   CardView view;
   view.row = row.row + 1;
   view.offset = row.entry.card_offset();
-  view.marked = row.entry.bit(directory_.selection_bit());
+  view.marked = IsMarked(row);
   for (const GroupRow& group : groups_) {
     if (row.entry.bit(group.slot)) view.groups.push_back(Utf8FromOem(group.name));
   }
-  OemText label = ListLabelOf(row.card, styles_);
-  CutTrailingBlanks(label.bytes());
-  view.label = Utf8FromOem(label);
+  view.label = Label(row);
   for (int field = 0; field < kFieldCount; ++field) {
     if (row.card.FieldEmpty(field)) continue;
     view.fields.emplace_back(FieldName(field), Utf8FromOem(row.card.FieldText(field)));
@@ -87,13 +95,12 @@ CardView CardPrinter::View(const CardRow& row) const {
 }
 
 void CardPrinter::PrintRow(const CardRow& row) {
-  const CardView view = View(row);
   if (session_.options().json) {
-    session_.out() << CardLine(view) << '\n';
+    session_.out() << CardLine(View(row)) << '\n';
     return;
   }
-  session_.out() << PaddedNumber(view.row, number_width_) << (view.marked ? " * " : "   ")
-                 << Shown(view.label) << '\n';
+  session_.out() << PaddedNumber(row.row + 1, number_width_) << (IsMarked(row) ? " * " : "   ")
+                 << Shown(Label(row)) << '\n';
 }
 
 void CardPrinter::PrintCard(const CardRow& row) {

@@ -24,6 +24,8 @@ class CardPrinter {
 
  private:
   [[nodiscard]] CardView View(const CardRow& row) const;
+  [[nodiscard]] std::string Label(const CardRow& row) const;
+  [[nodiscard]] bool IsMarked(const CardRow& row) const;
 
   CliSession& session_;
   Directory& directory_;

@@ -18,7 +18,8 @@ MessageOptions MessageOptionsOf(const CliEnvironment& environment, const GlobalO
 }
 
 void MakeFolders(FileSystem& files, const std::string& folder) {
-  for (size_t end = folder.find('/', 1); end != std::string::npos; end = folder.find('/', end + 1)) {
+  for (size_t end = folder.find('/', 1); end != std::string::npos;
+       end = folder.find('/', end + 1)) {
     const std::string parent = folder.substr(0, end);
     if (!files.IsFolder(parent)) files.MakeFolder(parent);
   }

@@ -37,12 +37,12 @@ struct OptionSyntax {
 
 struct Command {
   std::string name;
-  std::string summary;  // one line for the list of commands
-  std::string details;  // paragraphs for the command's own help, may be empty
-  std::string usage;    // positionals as the help shows them
-  size_t least = 0;     // number of positionals
+  std::string summary;       // one line for the list of commands
+  std::string details = {};  // paragraphs for the command's own help, may be empty
+  std::string usage = {};    // positionals as the help shows them
+  size_t least = 0;          // number of positionals
   size_t most = 0;
-  std::vector<OptionSyntax> options;
+  std::vector<OptionSyntax> options = {};
   // The exit status.
   int (*run)(CliSession& session, const Arguments& arguments) = nullptr;
 };

@@ -1,6 +1,8 @@
 #include "cli/command_line.h"
 
 #include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
 #include <algorithm>
 
 namespace carnetel {
@@ -14,20 +16,21 @@ struct Registered {
 std::vector<Registered> RegisterOptions(CLI::App& app, const std::vector<OptionSyntax>& options) {
   std::vector<Registered> registered;
   for (const OptionSyntax& syntax : options) {
-    CLI::Option* option = syntax.value.empty()
-                              ? app.add_flag(syntax.names)->disable_flag_override()
-                              : app.add_option(syntax.names)->expected(1);
+    CLI::Option* option = syntax.value.empty() ? app.add_flag(syntax.names)->disable_flag_override()
+                                               : app.add_option(syntax.names)->expected(1);
     registered.push_back({&syntax, option});
   }
   return registered;
 }
 
-// One word a result, whatever is in it: lists in brackets are not taken apart.
+// Takes words as they come, as many as the command has; how many it needs is looked at afterwards.
+// The usual way, a list of any length, would take a word such as "[a,b]" apart.
 CLI::Option* RegisterPositionals(CLI::App& app, const Command& command) {
   if (command.most == 0) return nullptr;
   return app.add_option("arguments")
-      ->expected(0, static_cast<int>(command.most))
-      ->allow_extra_args(false);
+      ->expected(static_cast<int>(command.most))
+      ->allow_extra_args(false)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
 struct RegisteredCommand {
@@ -69,7 +72,7 @@ std::string MismatchText(const CLI::ParseError& error) {
     return "l'option " + name + " est donnée plusieurs fois";
   }
   if (message.find("override") != std::string::npos) {
-    return "l'option " + name + " ne prend pas de valeur";
+    return "l'option --" + name + " ne prend pas de valeur";
   }
   return "l'option " + name + " demande une valeur";
 }
@@ -174,8 +177,8 @@ CommandLine ParseScriptCommand(const std::vector<std::string>& words,
   // Only the command that is meant: scripts have thousands of lines.
   const auto named = std::ranges::find(commands, words.front(), &Command::name);
   if (named == commands.end()) return Parse(words, ScriptSyntax(), {});
-  return Parse(words, ScriptSyntax(), commands.subspan(
-                          static_cast<size_t>(named - commands.begin()), 1));
+  return Parse(words, ScriptSyntax(),
+               commands.subspan(static_cast<size_t>(named - commands.begin()), 1));
 }
 
 }  // namespace carnetel

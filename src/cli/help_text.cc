@@ -12,23 +12,39 @@ constexpr size_t kHelpWidth = 80;
 constexpr size_t kIndent = 2;
 constexpr size_t kWidestTerm = 26;
 
+// Stands for a blank at which no line is broken: within an option's term, and where French sets a
+// blank in front of a sign.
+constexpr char kFixedBlank = '\x01';
+
+std::string WithFixedBlanks(std::string text) {
+  for (const std::string_view sign : {" ;", " :", " »", "« "}) {
+    for (size_t at = text.find(sign); at != std::string::npos; at = text.find(sign, at + 1)) {
+      text[at + sign.find(' ')] = kFixedBlank;
+    }
+  }
+  return text;
+}
+
 // `text` broken at blanks into lines of at most `width` characters; a line end starts a new one.
-std::vector<std::string> Wrap(std::string_view text, size_t width) {
+std::vector<std::string> Wrap(const std::string& text, size_t width) {
+  const std::string fixed = WithFixedBlanks(text);
+  std::string_view rest = fixed;
   std::vector<std::string> lines(1);
-  while (!text.empty()) {
-    const size_t end = std::min(text.find_first_of(" \n"), text.size());
-    const std::string_view word = text.substr(0, end);
+  while (!rest.empty()) {
+    const size_t end = std::min(rest.find_first_of(" \n"), rest.size());
+    const std::string_view word = rest.substr(0, end);
     const size_t taken = CountCharacters(lines.back());
     if (taken != 0 && taken + 1 + CountCharacters(word) > width) lines.emplace_back();
     if (!lines.back().empty()) lines.back() += ' ';
     lines.back() += word;
-    if (end < text.size() && text[end] == '\n') lines.emplace_back();
-    text.remove_prefix(std::min(end + 1, text.size()));
+    if (end < rest.size() && rest[end] == '\n') lines.emplace_back();
+    rest.remove_prefix(std::min(end + 1, rest.size()));
   }
+  for (std::string& line : lines) std::ranges::replace(line, kFixedBlank, ' ');
   return lines;
 }
 
-std::string Paragraphs(std::string_view text) {
+std::string Paragraphs(const std::string& text) {
   std::string wrapped;
   for (const std::string& line : Wrap(text, kHelpWidth)) wrapped += line + '\n';
   return wrapped;
@@ -76,13 +92,21 @@ std::string OptionTable(const std::string& title, const std::vector<OptionSyntax
 std::string CommandUsage(const Command& command) {
   std::string usage = "Usage : carnetel-cli [OPTIONS] " + command.name;
   if (!command.usage.empty()) usage += ' ' + command.usage;
-  for (const OptionSyntax& option : command.options) usage += " [" + OptionTerm(option) + ']';
+  for (const OptionSyntax& option : command.options) {
+    std::string term = OptionTerm(option);
+    std::ranges::replace(term, ' ', kFixedBlank);
+    usage += " [" + term + ']';
+  }
   return usage;
 }
 
 }  // namespace
 
-std::string ShortHelp() {
+std::string ShortHelp(const Command* command) {
+  if (command != nullptr) {
+    return Paragraphs(CommandUsage(*command)) + "« carnetel-cli " + command->name +
+           " --help » décrit la commande.\n";
+  }
   return "Usage : carnetel-cli [OPTIONS] COMMANDE [ARGUMENTS]\n"
          "« carnetel-cli --help » décrit les options et les commandes.\n";
 }
@@ -91,18 +115,20 @@ std::string ToolHelp(std::span<const Command> commands) {
   std::vector<Row> rows;
   for (const Command& command : commands) rows.push_back({command.name, command.summary});
   return "Usage : carnetel-cli [OPTIONS] COMMANDE [ARGUMENTS]\n\n" +
-         Paragraphs("Le carnetel sans fenêtre : crée, consulte et modifie un répertoire de "
-                    "correspondants depuis un terminal ou un script.") +
+         Paragraphs(
+             "Le carnetel sans fenêtre : crée, consulte et modifie un répertoire de "
+             "correspondants depuis un terminal ou un script.") +
          Table("Commandes", rows) + OptionTable("Options", GlobalSyntax()) + '\n' +
-         Paragraphs("« carnetel-cli COMMANDE --help » décrit une commande.\n"
-                    "Code de retour : 0 fait, 1 refus ou échec, 2 mauvais usage.");
+         Paragraphs(
+             "« carnetel-cli COMMANDE --help » décrit une commande.\n"
+             "Code de retour : 0 fait, 1 refus ou échec, 2 mauvais usage.");
 }
 
 std::string CommandHelp(const Command& command) {
   std::string help = Paragraphs(CommandUsage(command)) + '\n' + Paragraphs(command.summary + '.');
   if (!command.details.empty()) help += '\n' + Paragraphs(command.details);
   help += OptionTable("Options de la commande", command.options);
-  return help + OptionTable("Options générales", GlobalSyntax());
+  return help + "\n« carnetel-cli --help » décrit les options générales.\n";
 }
 
 }  // namespace carnetel

@@ -8,7 +8,8 @@
 
 namespace carnetel {
 
-[[nodiscard]] std::string ShortHelp();
+// Two lines: the usage of a command, or of the tool when it is null, and where to read more.
+[[nodiscard]] std::string ShortHelp(const Command* command);
 [[nodiscard]] std::string ToolHelp(std::span<const Command> commands);
 [[nodiscard]] std::string CommandHelp(const Command& command);
 

@@ -4,6 +4,7 @@
 #include <ostream>
 #include <utility>
 
+#include "base/text.h"
 #include "cli/json_form.h"
 
 namespace carnetel {
@@ -26,6 +27,7 @@ std::string OneLine(const std::string& text) {
       line += " : ";
     }
   }
+  CutTrailingBlanks(line);
   return line;
 }
 
