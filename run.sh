@@ -59,12 +59,12 @@ cat <<TEXTE
 
 Pour continuer (l'outil est en place ; la fenêtre est en cours de réalisation) :
 
-  outil="$cli -d $data/EXEMPLE"
-  \$outil find Ville=SAINT --all              toutes les fiches d'une ville
-  \$outil add Ste1="DUPONT S.A." Nom=Dupont Tel1="01 40 00 00 01"
-  \$outil edit 1 Tel1="01 40 00 00 02"        modifie la fiche de la ligne 1
-  \$outil mark 1 2 3                          marque trois fiches
-  \$outil export /tmp/fiches.csv              exporte les fiches marquées
-  \$outil check                               vérifie la famille de fichiers
+  outil() { "$cli" -d "$data/EXEMPLE" "\$@"; }
+  outil find Ste1=DU --all                  les sociétés qui commencent par DU
+  outil add Ste1="DUPONT S.A." Nom=Dupont Tel1="01 40 00 00 01"
+  outil edit 1 Tel1="01 40 00 00 02"        modifie la fiche de la ligne 1
+  outil mark 1 2 3                          marque trois fiches
+  outil export /tmp/fiches.csv              exporte les fiches marquées
+  outil check                               vérifie la famille de fichiers
   $cli --help
 TEXTE

@@ -4,8 +4,9 @@
 # configure PRESET: once for each build folder; later changes of CMake files are ninja's own work.
 # A folder that came from elsewhere (a copied or moved clone) is configured anew.
 configure() {
-  local cache=build/$1/CMakeCache.txt
-  if [ -f "build/$1/build.ninja" ] && grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$PWD" "$cache"; then
+  local made_for
+  made_for=$(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "build/$1/CMakeCache.txt" 2>/dev/null || true)
+  if [ -f "build/$1/build.ninja" ] && [ "$made_for" -ef . ]; then
     return
   fi
   rm -rf "build/$1"

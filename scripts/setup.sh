@@ -8,7 +8,7 @@
 set -euo pipefail
 
 packages=(build-essential cmake ninja-build ccache pkg-config git python3 clang-format
-  libcli11-dev libfmt-dev nlohmann-json3-dev libsimpleini-dev libgtest-dev libgmock-dev)
+  libcli11-dev libfmt-dev nlohmann-json3-dev libgtest-dev libgmock-dev)
 for option in "$@"; do
   case $option in
     --bench) packages+=(libbenchmark-dev libsqlite3-dev) ;;

@@ -34,8 +34,10 @@ std::string LabelPart(const CardRecord& card, int field) {
   return part;
 }
 
+// A label that passes the limit ends exactly there, even when its first part alone passed it.
 void AppendPart(std::string& label, const std::string& part, size_t limit) {
-  if (label.size() < limit) label += part.substr(0, limit - label.size());
+  label += part;
+  if (label.size() > limit) label.resize(limit);
 }
 
 }  // namespace
@@ -53,7 +55,7 @@ IndexKey IndexKeyOf(const CardRecord& card, int key_field) {
 IndexKey RebuildKeyOf(const CardRecord& card, int key_field) {
   std::string text = KeyText(card, key_field);
   text.resize(std::min(text.size(), kKeySize));
-  if (text.empty()) text = "A";
+  if (text.empty()) text.assign(1, 'A');
   UpperCaseRun(text, kKeySize);
   if (IsAboveZ(text.front())) text.front() = Folded(text.front());
   return ToKey(text);

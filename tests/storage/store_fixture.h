@@ -43,7 +43,7 @@ constexpr uint32_t CardOffset(uint32_t number) {
 
 // Slots of a page as a test writes them down: {"DUPONT", 768}; {"", 0} is an empty slot.
 struct ExpectedSlot {
-  std::string_view key;
+  std::string key;
   uint32_t card_offset = 0;
 };
 using ExpectedSlots = std::vector<ExpectedSlot>;

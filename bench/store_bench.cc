@@ -1,0 +1,378 @@
+// The main jobs on 32767 cards, each beside the same job on SQLite and beside plain reading or
+// writing of the same bytes. Case names are JOB/WHO; bench/run.sh makes the table of ratios.
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <memory>
+
+#include "bench/card_generator.h"
+#include "bench/sqlite_store.h"
+#include "platform/posix_file_system.h"
+#include "storage/card_dispatch.h"
+#include "transfer/delimited.h"
+
+namespace carnetel::bench {
+namespace {
+
+constexpr size_t kSingleOperations = 200;
+constexpr size_t kFinds = 2000;
+
+struct World {
+  PosixFileSystem files;
+  SystemClock clock;
+  SilentProgress progress;
+  std::string folder = std::filesystem::temp_directory_path() / "carnetel-bench-XXXXXX";
+
+  World() {
+    if (mkdtemp(folder.data()) == nullptr) std::abort();
+    folder += '/';
+  }
+  ~World() { std::filesystem::remove_all(folder); }
+  World(const World&) = delete;
+  World& operator=(const World&) = delete;
+
+  [[nodiscard]] std::string Path(const std::string& name) const { return folder + name; }
+  std::unique_ptr<Directory> Open() {
+    DirectoryOptions options;
+    options.path = Path("BENCH.DAN");
+    auto directory =
+        std::make_unique<Directory>(DirectoryServices{files, clock, progress}, options);
+    if (static_cast<int>(directory->OpenDirectory()) < 0) std::abort();
+    return directory;
+  }
+  void Fill(const std::vector<CardRecord>& cards) {
+    auto directory = Open();
+    {
+      const Directory::Batch batch(*directory);
+      for (const CardRecord& card : cards) {
+        uint32_t position = 0;
+        directory->context().current = card;
+        CardDispatch(*directory).Add(false, &position);
+      }
+    }
+    directory->CloseDirectory();
+    // Two openings, so that the address file mirrors the index and stays.
+    Open()->CloseDirectory();
+    Open()->CloseDirectory();
+  }
+  void FillSqlite(const std::vector<CardRecord>& cards) {
+    SqliteStore store(Path("bench.sqlite"));
+    store.Execute("BEGIN");
+    for (const CardRecord& card : cards) store.Insert(card);
+    store.Execute("COMMIT");
+  }
+  // Reads whole files in blocks of 64 KB; returns their bytes.
+  size_t ReadPlainly(const std::vector<std::string>& names) {
+    std::vector<std::byte> block(64 * 1024);
+    size_t total = 0;
+    for (const std::string& name : names) {
+      const int fd = open(Path(name).c_str(), O_RDONLY | O_CLOEXEC);
+      for (ssize_t got = 0; (got = read(fd, block.data(), block.size())) > 0;) {
+        total += static_cast<size_t>(got);
+        benchmark::DoNotOptimize(block.data());
+      }
+      close(fd);
+    }
+    return total;
+  }
+};
+
+const std::vector<CardRecord>& Cards() {
+  static const std::vector<CardRecord> cards = GenerateCards(kMaxCards);
+  return cards;
+}
+
+// ---- import: four files of at most 10000 lines ----
+
+constexpr size_t kLinesPerFile = 10000;
+
+void WriteImportFiles(const World& world) {
+  for (size_t from = 0, i = 0; from < Cards().size(); from += kLinesPerFile, ++i) {
+    const size_t count = std::min(kLinesPerFile, Cards().size() - from);
+    const std::string text = DelimitedText(Cards().data() + from, count);
+    const std::string path = world.Path("import" + std::to_string(i) + ".csv");
+    PosixFileSystem().Open(path, OpenMode::kCreateOrEmpty)->Write(0, AsBytes(text));
+  }
+}
+
+void ImportCarnetel(benchmark::State& state) {
+  World world;
+  WriteImportFiles(world);
+  const TransferProfile profile = TransferProfile::OfNewInstallation();
+  for (auto _ : state) {
+    DeleteDirectoryFiles(world.files, world.Path("BENCH.DAN"), {});
+    uint32_t cards = 0;
+    for (int i = 0; i < 4; ++i) {
+      ImportRequest request;
+      request.source = world.Path("import" + std::to_string(i) + ".csv");
+      request.destination.path = world.Path("BENCH.DAN");
+      cards += ImportDelimited({world.files, world.clock, world.progress}, profile, request).cards;
+    }
+    if (cards != Cards().size()) state.SkipWithError("cards are missing");
+  }
+}
+
+void ImportSqlite(benchmark::State& state) {
+  World world;
+  for (auto _ : state) {
+    world.files.Remove(world.Path("bench.sqlite"));
+    SqliteStore store(world.Path("bench.sqlite"));
+    for (size_t from = 0; from < Cards().size(); from += kLinesPerFile) {
+      store.Execute("BEGIN");
+      const size_t end = std::min(from + kLinesPerFile, Cards().size());
+      for (size_t i = from; i < end; ++i) store.Insert(Cards()[i]);
+      store.Execute("COMMIT");
+    }
+  }
+}
+
+void ImportPlain(benchmark::State& state) {
+  World world;
+  for (auto _ : state) {
+    const auto file = world.files.Open(world.Path("plain"), OpenMode::kCreateOrEmpty);
+    constexpr size_t kBlock = 85;
+    for (size_t i = 0; i < Cards().size(); i += kBlock) {
+      const size_t count = std::min(kBlock, Cards().size() - i);
+      file->Write(kCardSize * (i + 1), std::as_bytes(std::span(Cards()).subspan(i, count)));
+    }
+    file->Sync();
+  }
+}
+
+// ---- single adds, each on the disk when it ends ----
+
+void AddCarnetel(benchmark::State& state) {
+  World world;
+  world.Fill({Cards().begin(), Cards().begin() + 16000});
+  auto directory = world.Open();
+  size_t next = 16000;
+  for (auto _ : state) {
+    for (size_t i = 0; i < kSingleOperations; ++i) {
+      uint32_t position = 0;
+      directory->context().current = Cards()[next++];
+      CardDispatch(*directory).Add(false, &position);
+    }
+  }
+}
+
+void AddSqlite(benchmark::State& state) {
+  World world;
+  world.FillSqlite({Cards().begin(), Cards().begin() + 16000});
+  SqliteStore store(world.Path("bench.sqlite"));
+  size_t next = 16000;
+  for (auto _ : state) {
+    for (size_t i = 0; i < kSingleOperations; ++i) store.Insert(Cards()[next++]);
+  }
+}
+
+void AddPlain(benchmark::State& state) {
+  World world;
+  const auto file = world.files.Open(world.Path("plain"), OpenMode::kCreateOrEmpty);
+  for (auto _ : state) {
+    for (size_t i = 0; i < kSingleOperations; ++i) {
+      file->Write(file->Size(), Cards()[i].bytes());
+      file->Sync();
+    }
+  }
+}
+
+// ---- open and close of a directory in order ----
+
+void OpenCarnetel(benchmark::State& state) {
+  World world;
+  world.Fill(Cards());
+  for (auto _ : state) world.Open()->CloseDirectory();
+}
+
+void OpenSqlite(benchmark::State& state) {
+  World world;
+  world.FillSqlite(Cards());
+  for (auto _ : state) {
+    SqliteStore store(world.Path("bench.sqlite"));
+    benchmark::DoNotOptimize(
+        store.ReadAll("SELECT id, f0 FROM cards INDEXED BY by_company "
+                      "WHERE f0 >= ''"));
+    benchmark::DoNotOptimize(
+        store.ReadAll("SELECT id, f10 FROM cards INDEXED BY by_name "
+                      "WHERE f10 >= ''"));
+  }
+}
+
+void OpenPlain(benchmark::State& state) {
+  World world;
+  world.Fill(Cards());
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(world.ReadPlainly({"BENCH.I01", "BENCH.I02", "BENCH.ADR"}));
+  }
+}
+
+// ---- everything derived made anew from the main file ----
+
+void RebuildCarnetel(benchmark::State& state) {
+  World world;
+  world.Fill(Cards());
+  for (auto _ : state) {
+    for (const char* name : {"BENCH.I01", "BENCH.I02", "BENCH.ADR"}) {
+      world.files.Remove(world.Path(name));
+    }
+    world.Open()->CloseDirectory();
+  }
+}
+
+void RebuildSqlite(benchmark::State& state) {
+  World world;
+  world.FillSqlite(Cards());
+  SqliteStore store(world.Path("bench.sqlite"));
+  for (auto _ : state) store.Execute("REINDEX");
+}
+
+void RebuildPlain(benchmark::State& state) {
+  World world;
+  world.Fill(Cards());
+  for (auto _ : state) benchmark::DoNotOptimize(world.ReadPlainly({"BENCH.DAN"}));
+}
+
+// ---- find by key ----
+
+void FindCarnetel(benchmark::State& state) {
+  World world;
+  world.Fill(Cards());
+  auto directory = world.Open();
+  for (auto _ : state) {
+    for (size_t i = 0; i < kFinds; ++i) {
+      directory->context().current.Clear();
+      directory->context().current.SetField(kSte1, Cards()[i * 16].FieldText(kSte1));
+      uint32_t offset = 0;
+      if (CardDispatch(*directory).Find(WalkDirection::kFirst, &offset) != 0) {
+        state.SkipWithError("a card is missing");
+      }
+    }
+  }
+}
+
+void FindSqlite(benchmark::State& state) {
+  World world;
+  world.FillSqlite(Cards());
+  SqliteStore store(world.Path("bench.sqlite"));
+  for (auto _ : state) {
+    for (size_t i = 0; i < kFinds; ++i) {
+      if (!store.FindCompany(Cards()[i * 16].FieldText(kSte1).bytes())) {
+        state.SkipWithError("a card is missing");
+      }
+    }
+  }
+}
+
+void FindPlain(benchmark::State& state) {
+  World world;
+  world.Fill(Cards());
+  const auto file = world.files.Open(world.Path("BENCH.DAN"), OpenMode::kRead);
+  CardRecord card;
+  for (auto _ : state) {
+    for (size_t i = 0; i < kFinds; ++i) {
+      benchmark::DoNotOptimize(file->Read(kCardSize * (i * 16 + 1), card.bytes()));
+    }
+  }
+}
+
+// ---- a walk over all cards in key order ----
+
+void WalkCarnetel(benchmark::State& state) {
+  World world;
+  world.Fill(Cards());
+  auto directory = world.Open();
+  for (auto _ : state) {
+    size_t cards = 0;
+    uint32_t offset = 0;
+    for (WalkDirection direction = WalkDirection::kFirst;; direction = WalkDirection::kNext) {
+      directory->context().current.Clear();
+      if (CardDispatch(*directory).Find(direction, &offset) != 0) break;
+      ++cards;
+    }
+    if (cards != Cards().size()) state.SkipWithError("cards are missing");
+  }
+}
+
+void WalkSqlite(benchmark::State& state) {
+  World world;
+  world.FillSqlite(Cards());
+  SqliteStore store(world.Path("bench.sqlite"));
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(
+        store.ReadAll("SELECT * FROM cards INDEXED BY by_company WHERE f0 >= '' ORDER BY f0"));
+  }
+}
+
+// ---- single deletes, each on the disk when it ends ----
+
+void DeleteCarnetel(benchmark::State& state) {
+  World world;
+  world.Fill(Cards());
+  auto directory = world.Open();
+  for (auto _ : state) {
+    for (size_t i = 0; i < kSingleOperations; ++i) {
+      uint32_t moved_from = 0;
+      DeleteCard(*directory, directory->address().CardOffsetAt(static_cast<uint32_t>(i * 40)),
+                 &moved_from);
+    }
+  }
+}
+
+void DeleteSqlite(benchmark::State& state) {
+  World world;
+  world.FillSqlite(Cards());
+  SqliteStore store(world.Path("bench.sqlite"));
+  int64_t row = 1;
+  for (auto _ : state) {
+    for (size_t i = 0; i < kSingleOperations; ++i) store.Delete(row++ * 40);
+  }
+}
+
+void DeletePlain(benchmark::State& state) {
+  World world;
+  world.Fill(Cards());
+  const auto file = world.files.Open(world.Path("BENCH.DAN"), OpenMode::kReadWrite);
+  for (auto _ : state) {
+    for (size_t i = 0; i < kSingleOperations; ++i) {
+      file->Write(kCardSize * (i + 1), Cards()[i].bytes());
+      file->Sync();
+      file->Truncate(file->Size() - kCardSize);
+    }
+  }
+}
+
+#define CARNETEL_BENCH(job, function, iterations) \
+  BENCHMARK(function)                             \
+      ->Name(job)                                 \
+      ->Iterations(iterations)                    \
+      ->Unit(benchmark::kMillisecond)             \
+      ->UseRealTime()
+
+CARNETEL_BENCH("import/carnetel", ImportCarnetel, 3);
+CARNETEL_BENCH("import/sqlite", ImportSqlite, 3);
+CARNETEL_BENCH("import/plain", ImportPlain, 3);
+CARNETEL_BENCH("add/carnetel", AddCarnetel, 5);
+CARNETEL_BENCH("add/sqlite", AddSqlite, 5);
+CARNETEL_BENCH("add/plain", AddPlain, 5);
+CARNETEL_BENCH("open/carnetel", OpenCarnetel, 20);
+CARNETEL_BENCH("open/sqlite", OpenSqlite, 20);
+CARNETEL_BENCH("open/plain", OpenPlain, 20);
+CARNETEL_BENCH("rebuild/carnetel", RebuildCarnetel, 5);
+CARNETEL_BENCH("rebuild/sqlite", RebuildSqlite, 5);
+CARNETEL_BENCH("rebuild/plain", RebuildPlain, 5);
+CARNETEL_BENCH("find/carnetel", FindCarnetel, 5);
+CARNETEL_BENCH("find/sqlite", FindSqlite, 5);
+CARNETEL_BENCH("find/plain", FindPlain, 5);
+CARNETEL_BENCH("walk/carnetel", WalkCarnetel, 5);
+CARNETEL_BENCH("walk/sqlite", WalkSqlite, 5);
+CARNETEL_BENCH("walk/plain", RebuildPlain, 5);
+CARNETEL_BENCH("delete/carnetel", DeleteCarnetel, 5);
+CARNETEL_BENCH("delete/sqlite", DeleteSqlite, 5);
+CARNETEL_BENCH("delete/plain", DeletePlain, 5);
+
+}  // namespace
+}  // namespace carnetel::bench
+
+BENCHMARK_MAIN();

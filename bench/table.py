@@ -1,0 +1,101 @@
+#!/usr/bin/env python3
+"""Runs every benchmark case in a process of its own and prints ratios and peak memory.
+
+Usage: table.py BUILD_FOLDER [FILTER]. A case is JOB/WHO; WHO is carnetel, sqlite or plain. The
+ratios are carnetel's time over the other's, from the same run.
+"""
+
+import json
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+
+WHO = ("carnetel", "sqlite", "plain")
+
+
+def run_measured(command, **kwargs):
+    """Runs a command; returns (standard output, peak resident memory in MB)."""
+    process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, **kwargs)
+    output = process.stdout.read()
+    _, status, usage = os.wait4(process.pid, 0)
+    process.returncode = os.waitstatus_to_exitcode(status)
+    return output, usage.ru_maxrss / 1024, process.returncode
+
+
+def case_names(binary, wanted):
+    listed = subprocess.run([binary, "--benchmark_list_tests"], check=True, capture_output=True, text=True)
+    names = ["/".join(line.split("/")[:2]) for line in listed.stdout.split()]
+    return [name for name in dict.fromkeys(names) if wanted in name]
+
+
+def measure(binary, name):
+    output, memory, status = run_measured(
+        [binary, f"--benchmark_filter=^{name}/", "--benchmark_format=json"])
+    if status != 0:
+        sys.exit(f"{name}: the benchmark ended with status {status}")
+    result = json.loads(output)["benchmarks"][0]
+    if result.get("error_occurred"):
+        sys.exit(f"{name}: {result['error_message']}")
+    return result["real_time"], memory
+
+
+def print_jobs(binary, wanted):
+    results = {name: measure(binary, name) for name in case_names(binary, wanted)}
+    jobs = dict.fromkeys(name.split("/")[0] for name in results)
+    print("| job | carnetel ms | sqlite ms | plain ms | against sqlite | against plain | carnetel MB | sqlite MB |")
+    print("|---|---:|---:|---:|---:|---:|---:|---:|")
+    for job in jobs:
+        row = {who: results.get(f"{job}/{who}") for who in WHO}
+        if row["carnetel"] is None:
+            continue
+        times = [f"{row[who][0]:.2f}" if row[who] else "" for who in WHO]
+        ratios = [f"{row['carnetel'][0] / row[who][0]:.2f}" if row[who] else "" for who in WHO[1:]]
+        memory = [f"{row[who][1]:.0f}" if row[who] else "" for who in WHO[:2]]
+        print("| " + " | ".join([job, *times, *ratios, *memory]) + " |")
+
+
+def make_import_files(folder):
+    """32767 lines in four files, from the sample's lines with a number each."""
+    source = pathlib.Path("samples/correspondants.csv").read_bytes().split(b"\r\n")
+    lines = [line for line in source if line]
+    files = []
+    for start in range(0, 32767, 10000):
+        count = min(10000, 32767 - start)
+        path = folder / f"import{start}.csv"
+        path.write_bytes(b"".join(lines[i % len(lines)] + b"\r\n" for i in range(start, start + count)))
+        files.append(str(path))
+    return files
+
+
+def print_tool_memory(tool):
+    with tempfile.TemporaryDirectory() as name:
+        folder = pathlib.Path(name)
+        files = make_import_files(folder)
+        environment = dict(os.environ, CARNETEL_HOME=name, CARNETEL_PROFILE=str(folder / "profile.ini"))
+        base = [tool, "--quiet", "--yes", "-d", str(folder / "GROS")]
+        commands = [["create"]]
+        commands += [["import", path, "--charset", "ansi"] for path in files]
+        commands += [["info"], ["check"], ["list"], ["--json", "list"], ["find", "Ville=a", "--all"], ["show", "1"],
+                     ["add", "Ste1=Mesure"], ["edit", "5", "Tel1=01"], ["delete", "7"], ["mark", "--all"],
+                     ["export", str(folder / "out.csv")]]
+        print("\n| command | peak MB | status |")
+        print("|---|---:|---:|")
+        for command in commands:
+            _, memory, status = run_measured(base + command, env=environment)
+            shown = " ".join(word.replace(name + "/", "") for word in command)
+            print(f"| {shown} | {memory:.1f} | {status} |")
+
+
+def main():
+    build = pathlib.Path(sys.argv[1])
+    wanted = sys.argv[2] if len(sys.argv) > 2 else ""
+    print_jobs(str(build / "bench" / "carnetel_bench"), wanted)
+    tool = build / "src" / "cli" / "carnetel-cli"
+    if not wanted:
+        print_tool_memory(str(tool))
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,42 @@
+#include "selection/marks.h"
+
+namespace carnetel {
+namespace {
+
+bool ChangeMark(Directory& directory, uint32_t row, bool marked) {
+  AddressFile& address = directory.address();
+  if (row >= address.entry_count()) return false;
+  EntrySlot entry = address.Entry(row);
+  if (entry.bit(directory.selection_bit()) == marked) return false;
+  entry.set_bit(directory.selection_bit(), marked);
+  address.SetEntry(row, entry);
+  directory.set_marked_count(directory.marked_count() + (marked ? 1 : -1));
+  directory.set_selection_dirty();
+  return true;
+}
+
+}  // namespace
+
+bool SetMark(Directory& directory, uint32_t row, bool marked) {
+  const bool changed = ChangeMark(directory, row, marked);
+  if (changed) directory.Commit();
+  return changed;
+}
+
+void SetAllMarks(Directory& directory, bool marked) {
+  for (uint32_t row = 0; row < directory.address().entry_count(); ++row) {
+    ChangeMark(directory, row, marked);
+  }
+  directory.set_marked_count(CountMarks(directory));
+  directory.Commit();
+}
+
+int32_t CountMarks(const Directory& directory) {
+  int32_t count = 0;
+  for (uint32_t row = 0; row < directory.address().entry_count(); ++row) {
+    if (directory.address().Entry(row).bit(directory.selection_bit())) ++count;
+  }
+  return count;
+}
+
+}  // namespace carnetel
