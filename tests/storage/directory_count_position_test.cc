@@ -12,7 +12,7 @@ class CountPosition : public ::testing::Test {
   // The main file of two cards, told to keep its count at `position`, after a third card came.
   std::vector<std::byte> AddWithCountAt(uint32_t position) {
     {
-      Directory directory({files_, clock_, progress_}, {.path = "/X"});
+      Directory directory({files_, clock_, progress_}, Options());
       EXPECT_EQ(directory.OpenDirectory(), OpenResult::kCreated);
       AddCard(directory, "Alpha");
       AddCard(directory, "Beta");
@@ -20,11 +20,17 @@ class CountPosition : public ::testing::Test {
     std::vector<std::byte> bytes = files_.Contents("/X.DAN");
     StoreLe32(bytes, 88, position);
     files_.SetContents("/X.DAN", bytes);
-    Directory directory({files_, clock_, progress_}, {.path = "/X"});
+    Directory directory({files_, clock_, progress_}, Options());
     EXPECT_EQ(directory.OpenDirectory(), OpenResult::kOpened);
     AddCard(directory, "Gamma");
     directory.CloseDirectory();
     return files_.Contents("/X.DAN");
+  }
+
+  static DirectoryOptions Options() {
+    DirectoryOptions options;
+    options.path = "/X";
+    return options;
   }
 
   static void AddCard(Directory& directory, const std::string& company) {
