@@ -53,7 +53,7 @@ const std::vector<Command>& AllCommands() {
 }
 
 int RunCli(const std::vector<std::string>& arguments, const CliEnvironment& environment) {
-  const CommandLine line = ParseCommandLine(arguments, AllCommands());
+  const CommandLine line = ParseToolLine(arguments, AllCommands());
   if (line.error.empty() && line.help) {
     environment.out << (line.command != nullptr ? CommandHelp(*line.command)
                                                 : ToolHelp(AllCommands()));

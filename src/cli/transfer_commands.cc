@@ -120,6 +120,12 @@ std::optional<Transfer> Prepare(CliSession& session, const Arguments& arguments,
     *status = session.WrongUsage(usage);
     return std::nullopt;
   }
+  const bool source_missing =
+      direction == TransferDirection::kImport && !session.files().Exists(transfer.file);
+  if (source_missing) {
+    *status = session.Fail(FormatText(kNoAccess, transfer.file));
+    return std::nullopt;
+  }
   ParameterFile parameters(session.files(), session.ParameterFile());
   parameters.StartTransfer(direction);
   TransferProfile& profile = parameters.profile();
@@ -178,9 +184,6 @@ int RunImport(CliSession& session, const Arguments& arguments) {
   int status = kDone;
   const auto transfer = Prepare(session, arguments, TransferDirection::kImport, &status);
   if (!transfer) return status;
-  if (!session.files().Exists(transfer->file)) {
-    return session.Fail(FormatText(kNoAccess, transfer->file));
-  }
   const std::string main = session.Family()->Main();
   if (transfer->replace && has_cards && !session.Confirm(kToBeEmptied, main)) {
     return session.Fail("rien n'est remplacé");
@@ -195,7 +198,11 @@ int RunImport(CliSession& session, const Arguments& arguments) {
   request.charset = transfer->charset;
   const DirectoryServices services{session.files(), session.environment().clock,
                                    session.progress()};
-  return TellImport(session, *transfer, ImportDelimited(services, transfer->profile, request));
+  const TransferOutcome outcome = ImportDelimited(services, transfer->profile, request);
+  // Opened again at once, as the window does: that heals what many adds leave out of place.
+  const bool reopened = session.Open() != nullptr;
+  const int told = TellImport(session, *transfer, outcome);
+  return reopened ? told : kRefused;
 }
 
 int RunExport(CliSession& session, const Arguments& arguments) {
