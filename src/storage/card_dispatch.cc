@@ -1,5 +1,7 @@
 #include "storage/card_dispatch.h"
 
+#include <optional>
+
 namespace carnetel {
 namespace {
 
@@ -128,8 +130,8 @@ bool DeleteCard(Directory& directory, uint32_t card_offset, uint32_t* moved_from
   // An entry that lies out of place stays although its card is gone: the main file tells.
   if (directory.main().count() == count) return false;
   *moved_from = position;
-  if (directory.last_removed().marked)
-    directory.set_marked_count(std::max(0, directory.marked_count() - 1));
+  const bool was_marked = directory.last_removed().marked;
+  if (was_marked) directory.set_marked_count(std::max(0, directory.marked_count() - 1));
   return true;
 }
 
@@ -144,7 +146,8 @@ ChangedCard ChangeCard(Directory& directory, uint32_t card_offset, const CardRec
     const int result = CardDispatch(directory).Rewrite(card_offset, row);
     return result < 0 ? ChangedCard{} : ChangedCard{ChangeResult::kRewritten, card_offset};
   }
-  const EntrySlot marks = row < address.entry_count() ? address.Entry(row) : EntrySlot();
+  std::optional<EntrySlot> marks;
+  if (row < address.entry_count()) marks = address.Entry(row);
   // The new card lies behind the last one until the old one's place is settled.
   DirectoryFile::GuardCopy guard(directory.main(), card);
   uint32_t moved_from = 0;
@@ -155,13 +158,14 @@ ChangedCard ChangeCard(Directory& directory, uint32_t card_offset, const CardRec
     guard.Keep();
     return {};
   }
-  EntrySlot entry = address.Entry(EntryRow(position));
-  entry.TakeMarks(marks);
-  address.SetEntry(EntryRow(position), entry);
-  if (marks.bit(directory.selection_bit())) {
-    directory.set_marked_count(directory.marked_count() + 1);
+  if (marks) {
+    EntrySlot entry = address.Entry(EntryRow(position));
+    entry.TakeMarks(*marks);
+    address.SetEntry(EntryRow(position), entry);
+    const int32_t marked = marks->bit(directory.selection_bit()) ? 1 : 0;
+    directory.set_marked_count(directory.marked_count() + marked);
+    directory.Commit();
   }
-  directory.Commit();
   return {ChangeResult::kMoved, directory.last_inserted().card_offset};
 }
 

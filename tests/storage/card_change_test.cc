@@ -203,6 +203,20 @@ TEST_F(CardChangeTest, CardWhoseEntryLiesOutOfPlaceIsNotLost) {
   EXPECT_EQ(FamilyFault(ReadFamily(files, kStem)), "");
 }
 
+// Nothing to take marks over from: the new entry is that of any new card, its first bit set.
+TEST_F(CardChangeTest, CardWithoutAnEntryGetsAFreshOne) {
+  EntryChange removed;
+  EntryChange moved;
+  directory().address().RemoveEntry(768, 768, 'A', 'A', 1, &removed, &moved);
+  CardRecord card = alpha;
+  card.SetField(kSte1, OemText("ZENITH"));
+  EXPECT_EQ(Change(768, card).result, ChangeResult::kMoved);
+  const AddressFile& address = directory().address();
+  const uint32_t row = address.FindRow(2304);
+  ASSERT_LT(row, address.entry_count());
+  EXPECT_EQ(Hex(address.Entry(row).bytes()), "00 09 00 00 01 00 00 00 00 00 00 00 00 00 00 10");
+}
+
 TEST_F(CardChangeTest, ReopeningAfterANewKeyFindsEverythingInOrder) {
   CardRecord card = alpha;
   card.SetField(kSte1, OemText("ZENITH"));

@@ -112,6 +112,15 @@ TEST_F(FamilyFilesTest, FromASeatTheSharedIndexesStayBehind) {
             (Paths{"/poste/MES.DAN"}));
 }
 
+TEST_F(FamilyFilesTest, FromASeatTheFirstExtensionAskedIsDeletedBesideTheMainFile) {
+  Make({"/d/MES.CRT", "/d/MES.LST", "/d/MES.GRP", "/poste/MES.CRT", "/poste/MES.LST",
+        "/poste/MES.GRP"});
+  (void)DeleteDirectoryFiles(files, "/d/MES.DAN", "/poste/", 4);
+  EXPECT_EQ(Left({"/d/MES.CRT", "/d/MES.LST", "/d/MES.GRP", "/poste/MES.CRT", "/poste/MES.LST",
+                  "/poste/MES.GRP"}),
+            (Paths{"/d/MES.LST", "/d/MES.GRP", "/poste/MES.CRT"}));
+}
+
 TEST_F(FamilyFilesTest, TheDependentsAreCriteriaLayoutsAndGroups) {
   Make({"/d/MES.DAN", "/d/MES.ADR", "/d/MES.I01", "/d/MES.I02", "/d/MES.CRT", "/d/MES.LST",
         "/d/MES.GRP", "/d/MES.T01", "/d/MES.T16"});
