@@ -119,10 +119,14 @@ void CardForm::UpdateButtons() {
   SetButtonsForMode(!edit_look_);
 }
 
+bool CardForm::may_save_change() const {
+  return edit_look_ && list_.row_count() != 0 && !creating_card_ && HasKeyText();
+}
+
 void CardForm::SetButtonsForMode(bool rest) {
   const bool rows = list_.row_count() != 0;
   const bool has_text = HasKeyText();
-  view_.SetButton(kButtonSaveChange, !rest && rows && !creating_card_ && has_text);
+  view_.SetButton(kButtonSaveChange, !rest && may_save_change());
   // At rest it adds a copy of the card that is shown.
   view_.SetButton(kButtonSaveNew, has_text && (!rest || rows));
   view_.SetButton(kButtonCreateOrCancel, directory_ != nullptr);
@@ -147,6 +151,8 @@ void CardForm::FieldChanged(int control, int row) {
   edited_controls_.insert(control);
   if (control == kControlReferences) edited_references_.insert(row);
   mode_ = FormMode::kChanged;
+  // A command may have taken the look off while the focus stayed in the field.
+  if (!edit_look_) FieldEntered(control);
   if (first_keystroke_ || IsKeyControl(control)) {
     first_keystroke_ = false;
     SetButtonsForMode(false);
@@ -190,13 +196,16 @@ bool CardForm::AskDiscard() {
 }
 
 bool CardForm::LeaveForm() {
-  if (mode_ == FormMode::kChanged && !AskDiscard()) {
+  // The question is up: whoever comes meanwhile waits for the next occasion.
+  if (mode_ == FormMode::kAsking) return false;
+  if (mode_ != FormMode::kRest && !AskDiscard()) {
     view_.FocusControl(return_field_);
     return false;
   }
-  LookOff();
   purpose_ = FormPurpose::kCard;
   creating_card_ = false;
+  LookOff();
+  SetButtonsForMode(true);
   return true;
 }
 
@@ -215,7 +224,7 @@ void CardForm::ListEntered() {
   LookOff();
   SetButtonsForMode(true);
   // Entry of new cards goes on until the user cancels.
-  if (goes_on) view_.PostCommand(kCommandCreateCard);
+  if (goes_on) view_.PostCommand(kButtonCreateOrCancel);
 }
 
 void CardForm::LeaveQuestion() {
@@ -276,7 +285,10 @@ void CardForm::CreateCard() {
   ClearForm();
   purpose_ = FormPurpose::kNewCard;
   creating_card_ = true;
-  view_.FocusControl(settings_.starts_at_first ? int{kControlQualite} : IndexControl());
+  // Entered first, as its control may be one of those that only the input look shows.
+  const int control = settings_.starts_at_first ? int{kControlQualite} : IndexControl();
+  FieldEntered(control);
+  view_.FocusControl(control);
 }
 
 void CardForm::ShowZone(FormZone zone) {

@@ -55,6 +55,8 @@ class CardForm {
   [[nodiscard]] FormMode mode() const { return mode_; }
   [[nodiscard]] FormPurpose purpose() const { return purpose_; }
   [[nodiscard]] bool edit_look() const { return edit_look_; }
+  // An existing card is open for editing and has a key: what button 1006 and its menu item need.
+  [[nodiscard]] bool may_save_change() const;
   [[nodiscard]] int return_field() const { return return_field_; }
   [[nodiscard]] FormZone zone() const { return zone_; }
   [[nodiscard]] uint32_t displayed_card() const { return displayed_card_; }
@@ -105,6 +107,8 @@ class CardForm {
   [[nodiscard]] CardRecord CollectCard();
   SaveOutcome SaveCard(bool is_change);
   bool AddCard(const CardRecord& card);
+  SaveOutcome ReplaceCard(CardRecord card);
+  void KeepFailedText();
   void ReportSave(SaveOutcome outcome);
   void AfterSave();
 

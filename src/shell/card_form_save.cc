@@ -8,9 +8,19 @@
 namespace carnetel {
 namespace {
 
+// Line ends of notes are CR LF in a card, whatever the widget gives.
+std::string WithCrLf(const std::string& text) {
+  std::string result;
+  for (size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '\n' && (i == 0 || text[i - 1] != '\r')) result += '\r';
+    result += text[i];
+  }
+  return result;
+}
+
 // The window lets no character through that the cards cannot hold, so nothing is lost here.
 OemText FromScreen(const std::string& utf8) {
-  return OemFromUtf8Lossy(utf8);
+  return OemFromUtf8Lossy(WithCrLf(utf8));
 }
 
 }  // namespace
@@ -52,18 +62,33 @@ bool CardForm::AddCard(const CardRecord& card) {
 }
 
 CardForm::SaveOutcome CardForm::SaveCard(bool is_change) {
-  CardRecord card = CollectCard();
+  const CardRecord card = CollectCard();
   if (!HasKeyField(card)) return SaveOutcome::kNoKey;
-  if (!is_change || displayed_card_ == 0) {
-    return AddCard(card) ? SaveOutcome::kSaved : SaveOutcome::kFailed;
-  }
+  if (is_change && displayed_card_ != 0) return ReplaceCard(card);
+  return AddCard(card) ? SaveOutcome::kSaved : SaveOutcome::kFailed;
+}
+
+CardForm::SaveOutcome CardForm::ReplaceCard(CardRecord card) {
   CardRecord old;
   if (!directory_->main().ReadCard(displayed_card_, old)) return SaveOutcome::kFailed;
   CarryHiddenFields(card, old);
   const ChangedCard changed = ChangeCard(*directory_, displayed_card_, card);
-  if (changed.result == ChangeResult::kNotPossible) return SaveOutcome::kFailed;
-  displayed_card_ = changed.card_offset;
-  return SaveOutcome::kSaved;
+  if (changed.result != ChangeResult::kNotPossible) {
+    displayed_card_ = changed.card_offset;
+    return SaveOutcome::kSaved;
+  }
+  // When the disk failed half-way, another card may lie there now: it must not be written over.
+  CardRecord there;
+  const bool is_there = directory_->main().ReadCard(displayed_card_, there);
+  if (!is_there || there != old) displayed_card_ = 0;
+  return SaveOutcome::kFailed;
+}
+
+// What was typed stays in the form, at rest; the list shows what the stores hold.
+void CardForm::KeepFailedText() {
+  mode_ = FormMode::kChanged;
+  list_.ListRefill();
+  mode_ = FormMode::kRest;
 }
 
 void CardForm::ReportSave(SaveOutcome outcome) {
@@ -80,6 +105,7 @@ void CardForm::SaveChange() {
   if (directory_ == nullptr) return;
   const SaveOutcome outcome = SaveCard(list_.row_count() != 0);
   ReportSave(outcome);
+  if (outcome == SaveOutcome::kFailed) return KeepFailedText();
   const uint32_t saved = displayed_card_;
   // A card without a key is not saved, and what was typed is lost all the same: that has to stay.
   purpose_ = FormPurpose::kCard;
@@ -93,11 +119,7 @@ void CardForm::SaveNew() {
   if (directory_ == nullptr) return;
   const SaveOutcome outcome = SaveCard(false);
   ReportSave(outcome);
-  if (outcome == SaveOutcome::kFailed) {
-    // The text stays in the form, at rest.
-    mode_ = FormMode::kRest;
-    return;
-  }
+  if (outcome == SaveOutcome::kFailed) return KeepFailedText();
   const uint32_t saved = displayed_card_;
   purpose_ = purpose_ == FormPurpose::kNewCard ? FormPurpose::kNewCardSaved : FormPurpose::kCard;
   creating_card_ = false;

@@ -94,6 +94,7 @@ void CardList::RestoreRows(int current, int top) {
 }
 
 bool CardList::IsMember(int row) const {
+  if (directory_ == nullptr || !HasRow(row)) return false;
   const int32_t entry = mirror_.Find(CardOffset(row));
   return entry >= 0 &&
          directory_->address().Entry(static_cast<uint32_t>(entry)).bit(directory_->group_bit());
@@ -101,7 +102,8 @@ bool CardList::IsMember(int row) const {
 
 std::string CardList::Label(int row) const {
   CardRecord card;
-  if (!HasRow(row) || !directory_->main().ReadCard(CardOffset(row), card)) return {};
+  if (directory_ == nullptr || !HasRow(row) || !directory_->main().ReadCard(CardOffset(row), card))
+    return {};
   return Utf8FromOem(ListLabelOf(card, styles_));
 }
 
@@ -133,7 +135,7 @@ int CardList::FindCardRow(uint32_t card_offset) {
 }
 
 bool CardList::InvertMark(int row) {
-  if (!HasRow(row)) return false;
+  if (directory_ == nullptr || !HasRow(row)) return false;
   const int32_t found = mirror_.Find(CardOffset(row));
   if (found < 0) return false;
   AddressFile& address = directory_->address();

@@ -36,7 +36,8 @@ class CardList {
   // `capacity`: rows that the list takes; more are refused and counted.
   CardList(Observer& observer, int capacity) : observer_(observer), capacity_(capacity) {}
 
-  // The directory whose cards are shown; none leaves the list empty.
+  // The directory whose cards are shown; none leaves the list empty. Rows stay until the next
+  // refill, without texts and marks that can be changed.
   void SetDirectory(Directory* directory) { directory_ = directory; }
   void SetLabelStyles(const LabelStyles& styles) { styles_ = styles; }
   [[nodiscard]] const LetterRange& letter_range() const { return range_; }

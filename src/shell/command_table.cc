@@ -135,7 +135,7 @@ std::span<const MenuPopup> MainMenu() {
 bool IsGrey(int command, const MenuState& state) {
   switch (command) {
     case kCommandSaveChange:
-      return !state.has_rows || state.at_rest || state.group_displayed;
+      return !state.may_save_change || state.group_displayed;
     case kCommandPrint:
     case kCommandDeleteCard:
     case kCommandSearch:

@@ -93,7 +93,8 @@ struct MenuState {
   bool has_rows = false;
   bool has_marks = false;
   bool group_displayed = false;
-  bool at_rest = true;
+  // Button 1006 is active: an existing card is open in the form and has a key.
+  bool may_save_change = false;
 };
 
 // True when the menu item is to be grey as its popup opens.

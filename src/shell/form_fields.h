@@ -20,6 +20,8 @@ enum FormControl : int {
   kControlNom = 172,
   kControlComposedName = 173,
   kControlNotes = 174,
+  kLabelNotes = 2007,
+  kLabelReferences = 2009,
 };
 
 struct FormField {

@@ -16,7 +16,8 @@ Role RoleOf(const StartupRequest& request) {
   }
   const uint32_t high = static_cast<uint32_t>(request.caller_argument) << 16;
   if (type >= 3) {
-    role.command = type;
+    // A higher number must not pass for one of the commands above (110 - 10 is the main window's).
+    role.command = type <= kLastNumberedRole ? type : kRoleNone;
     role.parameter = high | 1;
     return role;
   }
@@ -32,8 +33,7 @@ Role RoleOf(const StartupRequest& request) {
       role.command = kRoleChooserPlain;
       break;
     default:
-      // A negative type is no role: nothing runs.
-      role.command = type;
+      role.command = kRoleNone;
       break;
   }
   return role;

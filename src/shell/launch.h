@@ -12,6 +12,9 @@ namespace carnetel {
 inline constexpr int32_t kRoleMainWindow = 100;
 inline constexpr int32_t kRoleChooserPlain = 105;
 inline constexpr int32_t kRoleChooserMarking = 119;
+// Launch types 3 to 8 are their own command; a launch type without a role runs nothing.
+inline constexpr int32_t kLastNumberedRole = 8;
+inline constexpr int32_t kRoleNone = 0;
 
 // The number 16 is a number kind of the chooser and marks an exchange launch at once.
 inline constexpr int32_t kExchangeArgument = 16;

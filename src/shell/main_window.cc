@@ -1,7 +1,7 @@
 #include "shell/main_window.h"
 
-#include "base/code_page.h"
 #include "base/format_text.h"
+#include "shell/card_removal.h"
 #include "storage/card_dispatch.h"
 
 namespace carnetel {
@@ -45,11 +45,14 @@ void MainWindowLogic::ReloadAfterOpen() {
   form_.SetDirectory(session_.directory());
   view_.SetGroups({std::string(LoadText(164))}, 0);
   view_.SetSets({std::string(LoadText(165))}, 0);
-  view_.SetTitle(FormatText(265, session_.CurrentMainFile()));
-  RebuildRecents();
-  letter_tab_ = kTabAll;
+  // Without a directory the window stays as it is.
+  if (session_.directory() != nullptr) {
+    view_.SetTitle(FormatText(265, session_.CurrentMainFile()));
+    RebuildRecents();
+  }
   if (session_.TakeListPositionRestore()) list_.RestorePositionAtNextRefill();
   list_.ListRefill(kAllLetters);
+  view_.FocusControl(kTabAll);
   view_.ShowTab(kTabAll);
 }
 
@@ -63,7 +66,9 @@ void MainWindowLogic::ReadRecents() {
 
 void MainWindowLogic::RebuildRecents() {
   const std::string current = session_.CurrentMainFile();
-  std::erase(recents_, current);
+  std::erase_if(recents_, [this, &current](const std::string& path) {
+    return session_.SamePath(path, current);
+  });
   recents_.insert(recents_.begin(), current);
   if (recents_.size() > kMostRecents) recents_.resize(kMostRecents);
   std::vector<std::string> texts;
@@ -131,9 +136,11 @@ void MainWindowLogic::Dispatch(int command) {
       break;
     case kButtonShowNotes:
       form_.ShowZone(FormZone::kNotes);
+      view_.FocusControl(kLabelNotes);
       break;
     case kButtonShowReferences:
       form_.ShowZone(FormZone::kReferences);
+      view_.FocusControl(kLabelReferences);
       break;
     default:
       break;
@@ -141,47 +148,49 @@ void MainWindowLogic::Dispatch(int command) {
 }
 
 bool MainWindowLogic::ApplyLetterTab(int tab) {
-  if (form_.mode() == FormMode::kChanged && !form_.LeaveForm()) return false;
-  letter_tab_ = tab;
+  if (!form_.LeaveForm()) return false;
   list_.ListRefill(RangeOfTab(tab));
+  view_.ShowTab(tab);
   return true;
 }
 
 bool MainWindowLogic::RequestQuit() {
   if (ended_) return true;
-  if (form_.mode() == FormMode::kChanged && !form_.LeaveForm()) return false;
+  if (!form_.LeaveForm()) return false;
   ended_ = true;
   WriteRecents();
-  list_.StorePosition();
-  list_.SetDirectory(nullptr);
-  form_.SetDirectory(nullptr);
+  LetGoOfDirectory();
   session_.CloseDirectory();
   view_.EndWindow();
   return true;
+}
+
+// Before the session closes it: what it shows meanwhile (messages, progress) may repaint the list.
+void MainWindowLogic::LetGoOfDirectory() {
+  list_.StorePosition();
+  list_.SetDirectory(nullptr);
+  form_.SetDirectory(nullptr);
 }
 
 void MainWindowLogic::OpenRecent(int command) {
   const auto index = static_cast<size_t>(command - kCommandRecent1);
   if (index >= recents_.size() || !form_.LeaveForm()) return;
   const std::string path = recents_[index];
-  if (path == session_.CurrentMainFile()) return;
-  MainHeader header;
-  const std::vector<std::byte> start =
-      ReadStart(session_.services().files, path, MainHeader::kSize);
-  std::ranges::copy(start, header.bytes().begin());
-  // Another seat's private directory is passed over without a word.
-  const int32_t seat = session_.workstation_number();
-  if (header.owner() != 0 && seat != 0 && header.owner() != seat) return;
-  list_.StorePosition();
-  session_.OpenDirectoryChecked(path, false);
+  const std::string former = session_.CurrentMainFile();
+  if (session_.SamePath(path, former) || BelongsToAnotherSeat(path)) return;
+  LetGoOfDirectory();
+  if (!session_.OpenDirectoryChecked(path, false)) session_.OpenDirectoryChecked(former, false);
   ReloadAfterOpen();
 }
 
-std::string MainWindowLogic::CardName(const CardRecord& card) const {
-  const int key_field = session_.settings().key_field;
-  OemText name = card.FieldText(key_field);
-  if (name.empty()) name = card.FieldText(OtherKeyField(key_field));
-  return Utf8FromOem(name);
+// Such a directory is passed over without a word.
+bool MainWindowLogic::BelongsToAnotherSeat(const std::string& path) const {
+  FileSystem& files = session_.services().files;
+  MainHeader header;
+  std::ranges::copy(ReadStart(files, FindAnyCase(files, path), MainHeader::kSize),
+                    header.bytes().begin());
+  const int32_t seat = session_.workstation_number();
+  return header.owner() != 0 && seat != 0 && header.owner() != seat;
 }
 
 void MainWindowLogic::DeleteCard() {
@@ -189,8 +198,8 @@ void MainWindowLogic::DeleteCard() {
   const uint32_t card_offset = list_.current_card();
   CardRecord card;
   if (directory == nullptr || !directory->main().ReadCard(card_offset, card)) return;
-  const MessageButton answer =
-      session_.services().messages.ShowMessage(MessageStyle::kOkCancel, 80, 31, CardName(card));
+  const MessageButton answer = session_.services().messages.ShowMessage(
+      MessageStyle::kOkCancel, 80, 31, DeletionLabel(card, directory->key_field()));
   if (answer != MessageButton::kOk) return;
   uint32_t moved_from = 0;
   carnetel::DeleteCard(*directory, card_offset, &moved_from);
@@ -205,7 +214,6 @@ void MainWindowLogic::DeleteMarked() {
       session_.services().messages.ShowMessage(MessageStyle::kOkCancel, 80, 53);
   if (answer != MessageButton::kOk) return;
   DeleteMarkedEntries();
-  letter_tab_ = kTabAll;
   list_.ListRefill(kAllLetters);
   view_.ShowTab(kTabAll);
   view_.FocusList();
@@ -218,7 +226,8 @@ void MainWindowLogic::DeleteMarkedEntries() {
   {
     const Directory::Batch batch(directory);
     uint32_t row = 0;
-    while (row < directory.address().entry_count() && directory.marked_count() > 0) {
+    bool stopped = false;
+    while (!stopped && row < directory.address().entry_count() && directory.marked_count() > 0) {
       const EntrySlot entry = directory.address().Entry(row);
       CardRecord card;
       if (!entry.bit(directory.selection_bit()) ||
@@ -226,7 +235,8 @@ void MainWindowLogic::DeleteMarkedEntries() {
         ++row;
         continue;
       }
-      if (progress.Step(CardName(card))) break;
+      // The card that was announced still goes when the user stops the walk at it.
+      stopped = progress.Step(DeletionLabel(card, directory.key_field()));
       // A delete takes the entry away: the same row is looked at again.
       uint32_t moved_from = 0;
       if (!carnetel::DeleteCard(directory, entry.card_offset(), &moved_from)) ++row;
@@ -240,7 +250,7 @@ MenuState MainWindowLogic::menu_state() const {
   state.has_rows = list_.row_count() != 0;
   state.has_marks = list_.marked_count() != 0;
   state.group_displayed = list_.displayed_group().row != 0;
-  state.at_rest = form_.mode() == FormMode::kRest;
+  state.may_save_change = form_.may_save_change();
   return state;
 }
 

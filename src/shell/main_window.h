@@ -85,19 +85,18 @@ class MainWindowLogic : private CardList::Observer {
   void RebuildRecents();
   void WriteRecents();
   void OpenRecent(int command);
+  [[nodiscard]] bool BelongsToAnotherSeat(const std::string& path) const;
+  void LetGoOfDirectory();
   void DeleteCard();
   void DeleteMarked();
-  // Deletes marked cards from entry `row` on; false when the user stopped it.
   void DeleteMarkedEntries();
   void ShowCounts();
-  [[nodiscard]] std::string CardName(const CardRecord& card) const;
 
   Session& session_;
   MainWindowView& view_;
   CardList list_;
   CardForm form_;
   std::vector<std::string> recents_;
-  int letter_tab_ = kTabAll;
   bool ended_ = false;
 };
 

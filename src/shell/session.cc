@@ -7,12 +7,22 @@ namespace carnetel {
 namespace {
 
 constexpr std::string_view kProgramName = "CARNETEL";
+// Main files of an older release.
+constexpr std::string_view kOlderExtension = ".PBK";
 constexpr int kDefaultDirectoryName = 52;
 constexpr int kFallbackName = 275;
 constexpr int kMostFallbacks = 1000;
 constexpr int kFile1 = 237;
 // How long an open waits for another program that works on the same files.
 constexpr std::chrono::milliseconds kGuardWait{5000};
+
+// `path` without the extension of an older release, which is not one of the family's today.
+std::string WithoutOlderExtension(const std::string& path) {
+  PathPieces pieces = PathSplit(path);
+  const size_t size = kOlderExtension.size();
+  if (CompareKey(pieces.extension, kOlderExtension, size + 1) == 0) pieces.extension.clear();
+  return ComposePath(pieces);
+}
 
 }  // namespace
 
@@ -57,10 +67,10 @@ void Session::ResolveFolders() {
 
 void Session::ResolveDirectory() {
   if (!current_path_.empty()) {
-    const FamilyPaths paths(services_.files, current_path_);
+    const FamilyPaths paths(services_.files, WithoutOlderExtension(current_path_));
     const std::string main = paths.Main();
-    const std::string older = FindAnyCase(services_.files, paths.stem() + ".PBK");
-    // A directory of an older release.
+    const std::string older =
+        FindAnyCase(services_.files, paths.stem() + std::string(kOlderExtension));
     if (!services_.files.Exists(main) && services_.files.Exists(older)) {
       services_.files.Rename(older, main);
     }
@@ -135,10 +145,15 @@ bool Session::OpenAtStart(bool* fell_back) {
   *fell_back = true;
   const std::string folder = PathSplit(current_path_).folder;
   for (int number = 1; number <= kMostFallbacks; ++number) {
-    const std::string name = FormatPrintf("%s%03.3d", {LoadText(kFallbackName), number});
-    if (OpenDirectoryChecked(folder + name, true)) return true;
+    // The last name tried stays the current one, opened or not.
+    current_path_ = folder + FormatPrintf("%s%03.3d", {LoadText(kFallbackName), number});
+    if (OpenDirectoryChecked(current_path_, true)) return true;
   }
   return false;
+}
+
+bool Session::SamePath(const std::string& a, const std::string& b) const {
+  return a == b || services_.files.Canonical(a) == services_.files.Canonical(b);
 }
 
 void Session::CloseDirectory() {

@@ -45,6 +45,8 @@ class Session {
   [[nodiscard]] const std::string& current_path() const { return current_path_; }
   // The same with ".DAN", as titles and recents tell it.
   [[nodiscard]] std::string CurrentMainFile() const { return current_path_ + ".DAN"; }
+  // True when both paths lead to the same file.
+  [[nodiscard]] bool SamePath(const std::string& a, const std::string& b) const;
   Settings& settings() { return settings_; }
   [[nodiscard]] const SessionServices& services() const { return services_; }
 
