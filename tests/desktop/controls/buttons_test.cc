@@ -186,9 +186,8 @@ TEST_F(TipTest, ShowsAtTheThirdTickBelowTheButton) {
   EXPECT_EQ(label->text(), QStringLiteral("Bouton 1"));
   const QPoint corner = buttons_[1]->mapToGlobal(buttons_[1]->rect().bottomLeft());
   EXPECT_EQ(label->pos(), corner + QPoint(2, 2));
-  const QFontMetrics metrics = label->fontMetrics();
-  EXPECT_EQ(label->width(), metrics.horizontalAdvance(label->text()) + 7);
-  EXPECT_EQ(label->height(), metrics.height() + 4);
+  const QSize text = label->fontMetrics().size(Qt::TextSingleLine, label->text());
+  EXPECT_EQ(label->size(), text + QSize(7, 4));
   EXPECT_EQ(label->palette().color(QPalette::Window), QColor(255, 255, 128));
   EXPECT_EQ(label->palette().color(QPalette::WindowText), QColor(0, 0, 0));
   Ticks(1);
@@ -270,8 +269,9 @@ TEST_F(TipTest, StaysOnTheScreen) {
   MouseTo(buttons_[2]);
   Ticks(3);
   ASSERT_NE(tip_.Visible(), nullptr);
-  EXPECT_LE(tip_.Visible()->geometry().right(), screen.right());
-  EXPECT_LE(tip_.Visible()->geometry().bottom(), screen.bottom());
+  // Its place and size, not its geometry: the platform without a screen adds a frame to that.
+  const QRect box(tip_.Visible()->pos(), tip_.Visible()->size());
+  EXPECT_TRUE(screen.contains(box));
   EXPECT_GT(tip_.Visible()->width(), 200);
 }
 
