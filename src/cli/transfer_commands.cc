@@ -67,12 +67,12 @@ std::string TakeSeparator(const std::string& option, const std::string& text, st
 std::string TakeSeparators(const Arguments& arguments, TransferProfile* profile) {
   std::string kept;
   if (const auto text = arguments.Value("--field-separator")) {
-    const std::string error = TakeSeparator("--field-separator", *text, &kept);
+    std::string error = TakeSeparator("--field-separator", *text, &kept);
     if (!error.empty()) return error;
     profile->set_field_separator(kept);
   }
   if (const auto text = arguments.Value("--card-separator")) {
-    const std::string error = TakeSeparator("--card-separator", *text, &kept);
+    std::string error = TakeSeparator("--card-separator", *text, &kept);
     if (!error.empty()) return error;
     profile->set_card_separator(kept);
   }

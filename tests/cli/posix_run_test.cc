@@ -1,12 +1,17 @@
-#include <cstdlib>
-#include <sstream>
+#include <gtest/gtest.h>
+#include <pthread.h>
+#include <unistd.h>
 
+#include <atomic>
+#include <sstream>
+#include <thread>
+
+#include "cli/interruptible_input.h"
 #include "cli/run_cli.h"
 #include "platform/directory_guard.h"
+#include "platform/interrupt.h"
 #include "platform/posix_file_system.h"
 #include "tests/support/fresh_folder.h"
-
-#include <gtest/gtest.h>
 
 namespace carnetel {
 namespace {
@@ -82,6 +87,46 @@ TEST_F(PosixRun, AHeldGuardKeepsTheToolOut) {
   ASSERT_NE(held, nullptr);
   EXPECT_EQ(Run({"-d", directory, "list"}), 1);
   EXPECT_NE(err_.find("ouvert par un autre programme"), std::string::npos);
+}
+
+TEST(InterruptibleInput, GivesWhatComesAndEndsForGood) {
+  std::array<int, 2> ends{};
+  ASSERT_EQ(::pipe(ends.data()), 0);
+  ASSERT_EQ(::write(ends[1], "un\ndeux", 7), 7);
+  ::close(ends[1]);
+  InterruptibleInput input(ends[0]);
+  std::istream in(&input);
+  std::string line;
+  EXPECT_TRUE(std::getline(in, line));
+  EXPECT_EQ(line, "un");
+  EXPECT_TRUE(std::getline(in, line));
+  EXPECT_EQ(line, "deux");
+  EXPECT_FALSE(std::getline(in, line));
+  ::close(ends[0]);
+}
+
+TEST(InterruptibleInput, EndsWhenASignalComesDuringTheWait) {
+  std::array<int, 2> ends{};
+  ASSERT_EQ(::pipe(ends.data()), 0);
+  const InterruptFlag interrupt;
+  InterruptibleInput input(ends[0]);
+  std::istream in(&input);
+  // Signals go on until one has met the wait.
+  std::atomic<bool> waiting = true;
+  const pthread_t reader = ::pthread_self();
+  std::thread sender([&] {
+    while (waiting) {
+      ::pthread_kill(reader, SIGINT);
+      std::this_thread::yield();
+    }
+  });
+  std::string line;
+  EXPECT_FALSE(std::getline(in, line));
+  waiting = false;
+  sender.join();
+  EXPECT_TRUE(interrupt.requested());
+  ::close(ends[0]);
+  ::close(ends[1]);
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ constexpr int kOffset = 2;
 constexpr QMargins kMargins(2, 1, 5, 3);
 
 QLabel* MakeLabel() {
-  auto* label = new QLabel(nullptr, Qt::ToolTip | Qt::BypassGraphicsProxyWidget);
+  auto* label = new QLabel(nullptr, Qt::ToolTip);
   label->setAttribute(Qt::WA_ShowWithoutActivating);
   label->setAttribute(Qt::WA_TransparentForMouseEvents);
   label->setTextFormat(Qt::PlainText);
@@ -52,8 +52,11 @@ bool BubbleTip::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::ToolTip:
       return true;
     case QEvent::Enter:
-    case QEvent::MouseMove:
       if (watched->isWidgetType()) MouseOver(qobject_cast<BubbleButton*>(watched));
+      break;
+    case QEvent::MouseMove:
+      // A button passes its moves on to its parent, which is not where the mouse is.
+      if (auto* button = qobject_cast<BubbleButton*>(watched)) MouseOver(button);
       break;
     case QEvent::Leave:
       if (watched == button_) Stop();
@@ -121,7 +124,8 @@ void BubbleTip::Show() {
   label_->setPalette(colours);
   label_->setFont(button_->font());
   label_->setText(button_->text());
-  label_->adjustSize();
+  const QSize text = label_->fontMetrics().size(Qt::TextSingleLine, label_->text());
+  label_->setFixedSize(text.grownBy(kMargins));
   Place();
   label_->show();
 }

@@ -28,6 +28,7 @@ constexpr const char* kPaper = "#ffffff";
 constexpr const char* kSoft = "#cfe0f4";
 constexpr const char* kAccent = "#ee8f1d";
 constexpr const char* kDanger = "#cf3b32";
+constexpr const char* kBack = "#efefee";
 
 constexpr std::array kIconSizes = {16, 22, 24, 32, 48, 64, 128, 256};
 
@@ -47,7 +48,8 @@ QByteArray WithTones(QByteArray drawing, const FaceTones& tones) {
   drawing.replace(kPaper, tones.paper.name().toLatin1());
   drawing.replace(kSoft, tones.soft.name().toLatin1());
   drawing.replace(kAccent, tones.accent.name().toLatin1());
-  return drawing.replace(kDanger, tones.danger.name().toLatin1());
+  drawing.replace(kDanger, tones.danger.name().toLatin1());
+  return drawing.replace(kBack, tones.back.name().toLatin1());
 }
 
 QPixmap PaintDrawing(const QByteArray& drawing, QSize size, qreal pixel_ratio) {
@@ -71,13 +73,14 @@ FaceTones TonesFor(const QPalette& palette, bool active) {
   if (!active) {
     const QColor text = palette.color(QPalette::Active, QPalette::ButtonText);
     const QColor grey = Blend(face, text, 0.38);
-    return {grey, Blend(face, text, 0.03), Blend(face, text, 0.10), grey, grey};
+    return {grey, Blend(face, text, 0.03), Blend(face, text, 0.10), grey, grey, face};
   }
   if (dark) {
-    return {QColor(0xd6e4f7), Blend(face, Qt::black, 0.35), QColor(0x3c5f8f), QColor(0xffb04a),
-            QColor(0xff7b6f)};
+    return {QColor(0xd6e4f7), Blend(face, Qt::black, 0.35),
+            QColor(0x3c5f8f), QColor(0xffb04a),
+            QColor(0xff7b6f), face};
   }
-  return {QColor(kInk), QColor(kPaper), QColor(kSoft), QColor(kAccent), QColor(kDanger)};
+  return {QColor(kInk), QColor(kPaper), QColor(kSoft), QColor(kAccent), QColor(kDanger), face};
 }
 
 QPixmap PaintFace(Face face, QSize size, qreal pixel_ratio, const FaceTones& tones) {

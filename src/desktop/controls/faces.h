@@ -1,4 +1,4 @@
-// The pictures of the window: one family of drawings in five tones, kept as SVG files in
+// The pictures of the window: one family of drawings in six tones, kept as SVG files in
 // desktop/icons and painted at the size and pixel ratio asked for. Tones follow the palette, so
 // that the same drawing serves light and dark desktops and, in greys, buttons that are off.
 #pragma once
@@ -52,6 +52,7 @@ struct FaceTones {
   QColor soft;
   QColor accent;
   QColor danger;
+  QColor back;  // what the face stands on; parts the front of a drawing from what is behind it
 
   friend bool operator==(const FaceTones&, const FaceTones&) = default;
 };
