@@ -1,6 +1,7 @@
 // The program `carnetel`: one command line, one role, one exit.
 #include <QApplication>
 #include <QLibraryInfo>
+#include <QSessionManager>
 #include <QTranslator>
 #include <iostream>
 
@@ -8,6 +9,7 @@
 #include "desktop/controls/window_messages.h"
 #include "desktop/controls/window_progress.h"
 #include "desktop/window/main_window.h"
+#include "desktop/window/system_signals.h"
 #include "platform/instance_guard.h"
 #include "platform/posix_file_system.h"
 #include "shell/caller_notifier.h"
@@ -23,6 +25,16 @@ int ListCapacity(const UserProfile& profile) {
 void RunMainWindow(QApplication& application, Session& session, BusyState& busy, int capacity) {
   MainWindow window(session, busy, capacity);
   QObject::connect(&window, &MainWindow::ended, &application, &QApplication::quit);
+  // A signal ends the window as the command to quit does, without its question.
+  const SystemSignals signals_of_system;
+  QObject::connect(&signals_of_system, &SystemSignals::endRequested, &window,
+                   &MainWindow::QuitUnasked);
+  // Whatever role runs, a desktop that shuts down has to wait for it.
+  QObject::connect(&application, &QGuiApplication::commitDataRequest, &window,
+                   [&session](QSessionManager& manager) {
+                     session.services().messages.ShowMessage(MessageStyle::kError, 51, 264);
+                     manager.cancel();
+                   });
   window.Start();
   window.show();
   QApplication::exec();

@@ -108,6 +108,13 @@ FilteredEdit* CardPanel::AddEdit(int control, const QString& name, int shown_cha
   return edit;
 }
 
+QWidget* CardPanel::AddButtonPlace(int button) {
+  auto* place = new QWidget;
+  (new QHBoxLayout(place))->setContentsMargins(0, 0, 0, 0);
+  button_places_[button] = place;
+  return place;
+}
+
 QWidget* CardPanel::BuildCompany() {
   auto* panel = new NiceFrame(kPanelCompany, NiceFrame::Kind::kPanel, this);
   auto* grid = new QGridLayout(panel);
@@ -176,15 +183,15 @@ QWidget* CardPanel::BuildZone() {
   zone_ = new QStackedWidget;
   const auto add_page = [this](int label, const QString& text, QWidget* control, int button) {
     auto* page = new QWidget;
-    auto* row = new QHBoxLayout(page);
-    row->setContentsMargins(0, 0, 0, 0);
+    auto* column = new QVBoxLayout(page);
+    column->setContentsMargins(0, 0, 0, 0);
+    auto* row = new QHBoxLayout;
     row->setSpacing(6);
-    row->addWidget(AddLabel(label, text, control), 0, Qt::AlignTop);
-    row->addWidget(control, 1, Qt::AlignTop);
-    auto* place = new QWidget;
-    (new QHBoxLayout(place))->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(place, 0, Qt::AlignTop);
-    button_places_[button] = place;
+    row->addWidget(AddLabel(label, text, control));
+    row->addWidget(control, 1);
+    row->addWidget(AddButtonPlace(button), 0, Qt::AlignTop);
+    column->addLayout(row);
+    column->addStretch();
     zone_->addWidget(page);
   };
   add_page(kLabelNotes, QStringLiteral("Notes"), notes_, kButtonShowReferences);
@@ -203,10 +210,7 @@ QWidget* CardPanel::BuildPerson() {
     auto* edit = AddEdit(control, text, 18);
     grid->addWidget(AddLabel(control + 2000, text, edit), row, column);
     grid->addWidget(edit, row, column + 1);
-    auto* place = new QWidget;
-    (new QHBoxLayout(place))->setContentsMargins(0, 0, 0, 0);
-    grid->addWidget(place, row, column + 2);
-    button_places_[button] = place;
+    grid->addWidget(AddButtonPlace(button), row, column + 2);
   };
   add(0, 0, QStringLiteral("Tél. 1"), 158, kButtonVoice);
   add(0, 3, QStringLiteral("Tél. 2"), 159, kButtonIsdn);
@@ -232,6 +236,23 @@ QWidget* CardPanel::BuildPerson() {
     if (IsUserFocusChange(reason)) Q_EMIT fieldEntered(kControlNotes);
   });
   return panel;
+}
+
+QWidget* CardPanel::SetTabOrderAfter(QWidget* from) {
+  const auto link = [&from](QWidget* to) {
+    if (to == nullptr) return;
+    QWidget::setTabOrder(from, to);
+    from = to;
+  };
+  for (const int control :
+       {150, 151, 152, 153, 155, 156, 157, 173, 170, 171, 172, 158, 159, 160, 161, 162, 164, 174}) {
+    link(Control(control));
+  }
+  for (const int button : {int{kButtonShowNotes}, int{kButtonShowReferences}}) {
+    const QWidget* place = button_places_.value(button);
+    link(place == nullptr ? nullptr : place->findChild<QWidget*>(QString::number(button)));
+  }
+  return from;
 }
 
 void CardPanel::PlaceButton(int button, QWidget* widget) {

@@ -44,6 +44,8 @@ class CardPanel : public QWidget {
   void SetZone(FormZone zone);
   // The field that names cards has a bold label.
   void SetKeyField(int key_field);
+  // Links the controls behind `from` in tab order; returns the last one.
+  QWidget* SetTabOrderAfter(QWidget* from);
   // Where the buttons beside the zone and the sibling buttons go, one a row; only in the main form.
   void PlaceButton(int button, QWidget* widget);
 
@@ -58,6 +60,7 @@ class CardPanel : public QWidget {
   QWidget* BuildPerson();
   QWidget* BuildPersonLine();
   QWidget* BuildZone();
+  QWidget* AddButtonPlace(int button);
   FilteredEdit* AddEdit(int control, const QString& name, int shown_characters);
   QLabel* AddLabel(int id, const QString& text, QWidget* buddy = nullptr);
   void WatchEdit(FilteredEdit* edit, int control);

@@ -38,6 +38,7 @@ MainWindow::MainWindow(Session& session, BusyState& busy, int list_capacity)
   setWindowFlag(Qt::WindowMaximizeButtonHint, false);
   tip_ = new BubbleTip(this);
   tip_->SetAllowed(session.settings().balloons);
+  SetTabOrders();
   ConnectList();
   ConnectForm();
   connect(qApp, &QApplication::focusChanged, this,
@@ -103,6 +104,16 @@ bool MainWindow::Quit() {
   }
   logic_.list().SetTopRow(list_->TopRow());
   return logic_.RequestQuit();
+}
+
+void MainWindow::QuitUnasked() {
+  if (busy_.IsBusy()) {
+    connect(&busy_, &BusyState::becameIdle, this, &MainWindow::QuitUnasked,
+            static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+    return;
+  }
+  logic_.list().SetTopRow(list_->TopRow());
+  logic_.QuitUnasked();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

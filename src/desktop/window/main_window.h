@@ -34,6 +34,8 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   void Start();
   // What the closing button, a signal of the system and command 206 do; false when the user stays.
   bool Quit();
+  // The same without the question: what was typed and not saved is lost.
+  void QuitUnasked();
 
   MainWindowLogic& logic() { return logic_; }
   // The menu item of a command, null when there is none.
@@ -60,12 +62,11 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   QLabel* BuildValue(int id, const QString& name);
   BubbleButton* MakeButton(const ButtonInfo& info, ButtonSize size);
   void PlaceZoneButtons();
+  void SetTabOrders();
   void ConnectList();
   void ConnectForm();
-  void UpdateGreying(int popup);
   void FocusMoved(QWidget* to);
   bool HandleKey(QKeyEvent* event);
-  bool HandleMenuEvent(QObject* watched, QEvent* event);
   [[nodiscard]] int FocusedControl() const;
 
   // MainWindowView
@@ -122,7 +123,6 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   QLabel* status_ = nullptr;
   BubbleTip* tip_ = nullptr;
   QPointer<Consultation> consultation_;
-  QPointer<QWidget> focus_at_leave_;
   bool ended_ = false;
 };
 

@@ -192,6 +192,21 @@ void MainWindow::PlaceZoneButtons() {
   }
 }
 
+// List, tabs, pickers, toolbar, form column, fields: the order of the keyboard.
+void MainWindow::SetTabOrders() {
+  QWidget* from = list_;
+  const auto link = [&from](QWidget* to) {
+    setTabOrder(from, to);
+    from = to;
+  };
+  for (int tab = LetterTabs::kFirstId; tab <= LetterTabs::kLastId; ++tab) link(tabs_->Tab(tab));
+  link(groups_);
+  link(sets_);
+  for (const ButtonInfo& info : ToolbarButtons()) link(buttons_[info.id]);
+  for (const ButtonInfo& info : FormColumnButtons()) link(buttons_[info.id]);
+  panel_->SetTabOrderAfter(from);
+}
+
 QWidget* MainWindow::BuildBody() {
   auto* body = new NiceFrame(kFrameBody, NiceFrame::Kind::kJoined);
   auto* row = new QHBoxLayout(body);
