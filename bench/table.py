@@ -41,8 +41,8 @@ def measure(binary, name):
     return result["real_time"], memory
 
 
-def print_jobs(binary, wanted):
-    results = {name: measure(binary, name) for name in case_names(binary, wanted)}
+def print_jobs(binaries, wanted):
+    results = {name: measure(binary, name) for binary in binaries for name in case_names(binary, wanted)}
     jobs = dict.fromkeys(name.split("/")[0] for name in results)
     print("| job | carnetel ms | sqlite ms | plain ms | against sqlite | against plain | carnetel MB | sqlite MB |")
     print("|---|---:|---:|---:|---:|---:|---:|---:|")
@@ -69,7 +69,7 @@ def make_import_files(folder):
     return files
 
 
-def print_tool_memory(tool):
+def print_tool_memory(tool, window):
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
         files = make_import_files(folder)
@@ -86,15 +86,19 @@ def print_tool_memory(tool):
             _, memory, status = run_measured(base + command, env=environment)
             shown = " ".join(word.replace(name + "/", "") for word in command)
             print(f"| {shown} | {memory:.1f} | {status} |")
+        environment["QT_QPA_PLATFORM"] = "offscreen"
+        _, memory, status = run_measured([window, str(folder / "GROS"), str(folder / "window.png")],
+                                         env=environment)
+        print(f"| the main window, off screen | {memory:.1f} | {status} |")
 
 
 def main():
     build = pathlib.Path(sys.argv[1])
     wanted = sys.argv[2] if len(sys.argv) > 2 else ""
-    print_jobs(str(build / "bench" / "carnetel_bench"), wanted)
+    print_jobs([str(build / "bench" / name) for name in ("carnetel_bench", "carnetel_list_bench")], wanted)
     tool = build / "src" / "cli" / "carnetel-cli"
     if not wanted:
-        print_tool_memory(str(tool))
+        print_tool_memory(str(tool), str(build / "src" / "desktop" / "carnetel-render"))
 
 
 if __name__ == "__main__":
