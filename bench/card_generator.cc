@@ -8,26 +8,25 @@ namespace carnetel::bench {
 namespace {
 
 constexpr std::array<std::string_view, 48> kNames = {
-    "Albert",  "Arnaud",  "Barbier", "Benard",  "Bertrand", "Blanchard", "Boucher",  "Brunet",
-    "Caron",   "Chevalier", "Collet", "Da Silva", "David",  "Delattre",  "Dupont",   "Durand",
-    "Etienne", "Evrard",  "Faure",   "Fournier", "Garnier", "Gauthier",  "Guerin",   "Hamel",
-    "Hubert",  "Imbert",  "Jacquet", "Joly",    "Klein",    "Lambert",   "Leclercq", "Lefèvre",
-    "Marchand", "Martin", "Meunier", "Noël",    "Olivier",  "Payet",     "Petit",    "Quentin",
-    "Renard",  "Roussel", "Simon",   "Tessier", "Urbain",   "Vasseur",   "Weber",    "Yvon"};
-constexpr std::array<std::string_view, 8> kForms = {"",       " S.A.",   " et fils", " Frères",
-                                                    " SARL",  " & Cie",  " S.A.S.",  " Industries"};
+    "Albert",   "Arnaud",    "Barbier", "Benard",   "Bertrand", "Blanchard", "Boucher",  "Brunet",
+    "Caron",    "Chevalier", "Collet",  "Da Silva", "David",    "Delattre",  "Dupont",   "Durand",
+    "Etienne",  "Evrard",    "Faure",   "Fournier", "Garnier",  "Gauthier",  "Guerin",   "Hamel",
+    "Hubert",   "Imbert",    "Jacquet", "Joly",     "Klein",    "Lambert",   "Leclercq", "Lefèvre",
+    "Marchand", "Martin",    "Meunier", "Noël",     "Olivier",  "Payet",     "Petit",    "Quentin",
+    "Renard",   "Roussel",   "Simon",   "Tessier",  "Urbain",   "Vasseur",   "Weber",    "Yvon"};
+constexpr std::array<std::string_view, 8> kForms = {"",      " S.A.",  " et fils", " Frères",
+                                                    " SARL", " & Cie", " S.A.S.",  " Industries"};
 constexpr std::array<std::string_view, 16> kFirstNames = {
-    "Aimée",  "Antoine", "Claire", "Denis", "Élodie", "François", "Gérard", "Hélène",
-    "Inès",   "Jean",    "Lucie",  "Marc",  "Noémie", "Paul",     "René",   "Zoé"};
+    "Aimée", "Antoine", "Claire", "Denis", "Élodie", "François", "Gérard", "Hélène",
+    "Inès",  "Jean",    "Lucie",  "Marc",  "Noémie", "Paul",     "René",   "Zoé"};
 constexpr std::array<std::string_view, 4> kTitles = {"M.", "Mme", "Mlle", "Dr"};
 constexpr std::array<std::string_view, 12> kTowns = {
-    "Lyon",      "Nîmes",  "Orléans", "Paris",  "Saint-Étienne", "Béziers",
-    "Besançon",  "Angers", "Lille",   "Nantes", "Le Mans",       "Évreux"};
-constexpr std::array<int, 24> kColumns = {kQualite, kPrenom,  kNom,        kSte1,      kSte2,
-                                          kAdr1,    kAdr2,    kPostalCode, kVille,     kPays,
-                                          kTel1,    kTel2,    kFax,        kMtel,      kModem,
-                                          kRef1,    kRef1 + 1, kRef1 + 2,  kRef1 + 3,  kRef1 + 4,
-                                          kRef6,    -1,       kNotes,      -2};
+    "Lyon",     "Nîmes",  "Orléans", "Paris",  "Saint-Étienne", "Béziers",
+    "Besançon", "Angers", "Lille",   "Nantes", "Le Mans",       "Évreux"};
+constexpr std::array<int, 24> kColumns = {
+    kQualite,  kPrenom,   kNom,      kSte1,     kSte2, kAdr1, kAdr2,  kPostalCode,
+    kVille,    kPays,     kTel1,     kTel2,     kFax,  kMtel, kModem, kRef1,
+    kRef1 + 1, kRef1 + 2, kRef1 + 3, kRef1 + 4, kRef6, -1,    kNotes, -2};
 
 class Sequence {
  public:

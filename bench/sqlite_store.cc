@@ -49,9 +49,9 @@ void SqliteStore::Insert(const CardRecord& card) {
   for (int field = 0; field < kFieldCount; ++field) {
     const std::string_view area = AsChars(card.FieldBytes(field));
     const size_t length = std::min(area.find('\0'), area.size());
-    Check(sqlite3_bind_text(insert_, field + 1, area.data(), static_cast<int>(length),
-                            SQLITE_STATIC),
-          database_);
+    Check(
+        sqlite3_bind_text(insert_, field + 1, area.data(), static_cast<int>(length), SQLITE_STATIC),
+        database_);
   }
   Check(sqlite3_step(insert_), database_);
   sqlite3_reset(insert_);

@@ -37,7 +37,8 @@ struct World {
   std::unique_ptr<Directory> Open() {
     DirectoryOptions options;
     options.path = Path("BENCH.DAN");
-    auto directory = std::make_unique<Directory>(DirectoryServices{files, clock, progress}, options);
+    auto directory =
+        std::make_unique<Directory>(DirectoryServices{files, clock, progress}, options);
     if (static_cast<int>(directory->OpenDirectory()) < 0) std::abort();
     return directory;
   }
@@ -99,12 +100,15 @@ void WriteImportFiles(const World& world) {
 void ImportCarnetel(benchmark::State& state) {
   World world;
   WriteImportFiles(world);
+  const TransferProfile profile = TransferProfile::OfNewInstallation();
   for (auto _ : state) {
     DeleteDirectoryFiles(world.files, world.Path("BENCH.DAN"), {});
     uint32_t cards = 0;
     for (int i = 0; i < 4; ++i) {
-      cards += ImportForBench(world.files, world.clock, world.progress, world.Path("BENCH.DAN"),
-                              world.Path("import" + std::to_string(i) + ".csv"));
+      ImportRequest request;
+      request.source = world.Path("import" + std::to_string(i) + ".csv");
+      request.destination.path = world.Path("BENCH.DAN");
+      cards += ImportDelimited({world.files, world.clock, world.progress}, profile, request).cards;
     }
     if (cards != Cards().size()) state.SkipWithError("cards are missing");
   }
@@ -187,10 +191,12 @@ void OpenSqlite(benchmark::State& state) {
   world.FillSqlite(Cards());
   for (auto _ : state) {
     SqliteStore store(world.Path("bench.sqlite"));
-    benchmark::DoNotOptimize(store.ReadAll("SELECT id, f0 FROM cards INDEXED BY by_company "
-                                           "WHERE f0 >= ''"));
-    benchmark::DoNotOptimize(store.ReadAll("SELECT id, f10 FROM cards INDEXED BY by_name "
-                                           "WHERE f10 >= ''"));
+    benchmark::DoNotOptimize(
+        store.ReadAll("SELECT id, f0 FROM cards INDEXED BY by_company "
+                      "WHERE f0 >= ''"));
+    benchmark::DoNotOptimize(
+        store.ReadAll("SELECT id, f10 FROM cards INDEXED BY by_name "
+                      "WHERE f10 >= ''"));
   }
 }
 
@@ -338,7 +344,11 @@ void DeletePlain(benchmark::State& state) {
 }
 
 #define CARNETEL_BENCH(job, function, iterations) \
-  BENCHMARK(function)->Name(job)->Iterations(iterations)->Unit(benchmark::kMillisecond)->UseRealTime()
+  BENCHMARK(function)                             \
+      ->Name(job)                                 \
+      ->Iterations(iterations)                    \
+      ->Unit(benchmark::kMillisecond)             \
+      ->UseRealTime()
 
 CARNETEL_BENCH("import/carnetel", ImportCarnetel, 3);
 CARNETEL_BENCH("import/sqlite", ImportSqlite, 3);

@@ -2,15 +2,15 @@
 // directory at a time: they would write the same side files over each other. Seats on other
 // machines have address files of their own and never meet here.
 //
-// The guard is an advisory lock (flock) on a file in /tmp whose name is a hash of the address
-// file's path. The system lets it go when the process dies, however it dies. The lock file stays
-// behind on purpose: who removed it could remove it between another program's open and lock, and
-// two programs would then hold locks on two files of one name.
+// The guard is a lock on a file in /tmp whose name is a hash of the address file's path.
 #pragma once
 
 #include <chrono>
 #include <memory>
 #include <string>
+#include <utility>
+
+#include "platform/file_lock.h"
 
 namespace carnetel {
 
@@ -21,16 +21,13 @@ class DirectoryGuard {
   // `wait`, or the lock file cannot be opened; at least one try is made.
   [[nodiscard]] static std::unique_ptr<DirectoryGuard> Take(
       const std::string& canonical_address_path, std::chrono::milliseconds wait);
-  ~DirectoryGuard();
-  DirectoryGuard(const DirectoryGuard&) = delete;
-  DirectoryGuard& operator=(const DirectoryGuard&) = delete;
 
   [[nodiscard]] static std::string LockFilePath(const std::string& canonical_address_path);
 
  private:
-  explicit DirectoryGuard(int descriptor) : descriptor_(descriptor) {}
+  explicit DirectoryGuard(std::unique_ptr<FileLock> lock) : lock_(std::move(lock)) {}
 
-  int descriptor_;
+  std::unique_ptr<FileLock> lock_;
 };
 
 }  // namespace carnetel

@@ -7,8 +7,10 @@ bool AddressFile::Open() {
   if (file_ == nullptr) return false;
   header_ = AddressHeader();
   counters_.fill(std::byte{0});
-  (void)file_->Read(0, header_.bytes());
-  (void)file_->Read(kAddressCountersOffset, counters_);
+  const bool whole = file_->Read(0, header_.bytes()) == AddressHeader::kSize &&
+                     file_->Read(kAddressCountersOffset, counters_) == kAddressCountersSize;
+  // Without its version it is made anew.
+  if (!whole) header_ = AddressHeader();
   header_on_disk_ = header_;
   entries_.Load(*file_, kAddressEntriesOffset);
   return true;
@@ -21,7 +23,7 @@ bool AddressFile::CheckAddressFile(const KeyIndex& active, uint32_t card_count) 
     mirrors = mirrors && row < entry_count() && CardOffsetAt(row) == slot.card_offset;
     ++row;
   });
-  return mirrors && header_.count() == card_count;
+  return mirrors && row == card_count && header_.count() == card_count;
 }
 
 bool AddressFile::CreateAddressFile() {

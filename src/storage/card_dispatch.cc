@@ -1,5 +1,7 @@
 #include "storage/card_dispatch.h"
 
+#include <optional>
+
 namespace carnetel {
 namespace {
 
@@ -77,7 +79,11 @@ int CardDispatch::Rewrite(uint32_t card_offset, uint32_t entry_row) {
   entry.set_number_flags(NumberFlagsOf(directory_.context().current));
   entry.set_bit(directory_.group_bit(), true);
   if (directory_.group_bit() != kWholeFileBit) entry.set_bit(kWholeFileBit, true);
-  address.SetEntry(entry_row, entry);
+  if (entry != address.Entry(entry_row)) {
+    // A batch cuts the guard copy off before the flags are on the disk.
+    address.MarkChanging();
+    address.SetEntry(entry_row, entry);
+  }
   directory_.Commit();
   return 0;
 }
@@ -119,11 +125,13 @@ bool DeleteCard(Directory& directory, uint32_t card_offset, uint32_t* moved_from
   directory.last_removed() = {};
   directory.last_inserted() = {};
   uint32_t position = card_offset;
+  const uint32_t count = directory.main().count();
   CardDispatch(directory).Delete(&position);
-  const EntryChange& removed = directory.last_removed();
-  if (removed.card_offset != card_offset) return false;
+  // An entry that lies out of place stays although its card is gone: the main file tells.
+  if (directory.main().count() == count) return false;
   *moved_from = position;
-  if (removed.marked) directory.set_marked_count(std::max(0, directory.marked_count() - 1));
+  const bool was_marked = directory.last_removed().marked;
+  if (was_marked) directory.set_marked_count(std::max(0, directory.marked_count() - 1));
   return true;
 }
 
@@ -138,7 +146,8 @@ ChangedCard ChangeCard(Directory& directory, uint32_t card_offset, const CardRec
     const int result = CardDispatch(directory).Rewrite(card_offset, row);
     return result < 0 ? ChangedCard{} : ChangedCard{ChangeResult::kRewritten, card_offset};
   }
-  const EntrySlot marks = row < address.entry_count() ? address.Entry(row) : EntrySlot();
+  std::optional<EntrySlot> marks;
+  if (row < address.entry_count()) marks = address.Entry(row);
   // The new card lies behind the last one until the old one's place is settled.
   DirectoryFile::GuardCopy guard(directory.main(), card);
   uint32_t moved_from = 0;
@@ -149,13 +158,14 @@ ChangedCard ChangeCard(Directory& directory, uint32_t card_offset, const CardRec
     guard.Keep();
     return {};
   }
-  EntrySlot entry = address.Entry(EntryRow(position));
-  entry.TakeMarks(marks);
-  address.SetEntry(EntryRow(position), entry);
-  if (marks.bit(directory.selection_bit())) {
-    directory.set_marked_count(directory.marked_count() + 1);
+  if (marks) {
+    EntrySlot entry = address.Entry(EntryRow(position));
+    entry.TakeMarks(*marks);
+    address.SetEntry(EntryRow(position), entry);
+    const int32_t marked = marks->bit(directory.selection_bit()) ? 1 : 0;
+    directory.set_marked_count(directory.marked_count() + marked);
+    directory.Commit();
   }
-  directory.Commit();
   return {ChangeResult::kMoved, directory.last_inserted().card_offset};
 }
 

@@ -53,7 +53,7 @@ struct ChangedCard {
   uint32_t card_offset = 0;
 };
 
-// Deletes the card at `card_offset` and keeps the count of marked cards right. True when its entry
+// Deletes the card at `card_offset` and keeps the count of marked cards right. True when the card
 // is gone; `*moved_from` is the former offset of the card that now lies in its place.
 bool DeleteCard(Directory& directory, uint32_t card_offset, uint32_t* moved_from);
 

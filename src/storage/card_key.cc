@@ -34,8 +34,10 @@ std::string LabelPart(const CardRecord& card, int field) {
   return part;
 }
 
+// A label that passes the limit ends exactly there, even when its first part alone passed it.
 void AppendPart(std::string& label, const std::string& part, size_t limit) {
-  if (label.size() < limit) label += part.substr(0, limit - label.size());
+  label += part;
+  if (label.size() > limit) label.resize(limit);
 }
 
 }  // namespace

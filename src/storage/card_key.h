@@ -59,7 +59,7 @@ enum class LabelMode { kMainList = 0, kEmissionList = 1 };
 inline constexpr size_t kLabelLimit = 32;
 
 // The label of a card: its parts cut of trailing blanks, each followed by one blank (the last one
-// too); the first part whole, the following cut so that the label ends at `limit` bytes.
+// too). A label of one part is never cut; one of several ends at `limit` bytes at the most.
 [[nodiscard]] OemText ComposeCardLabel(const CardRecord& card, LabelMode mode, size_t limit,
                                        const LabelStyles& styles);
 

@@ -37,7 +37,10 @@ void DirectoryFile::InitFieldTable(bool keep_existing) {
   if (header_.field_count() != kFieldCount) {
     header_.set_field_count(kFieldCount);
     if (keep_existing) {
-      file_->Write(0, header_.bytes());
+      // Not the whole image: its count may be corrected already, the one on the disk stays wrong
+      // until the next add or delete.
+      file_->Write(MainHeader::kFieldCountOffset,
+                   ByteView(header_.bytes()).subspan(MainHeader::kFieldCountOffset, 2));
       file_->Write(MainHeader::kFieldTableOffset, table);
     }
   }
@@ -110,13 +113,16 @@ void DirectoryFile::SetCount(uint32_t count) {
 }
 
 void DirectoryFile::WriteCountAndStamp() {
-  const size_t count_at = header_.count_position();
-  const size_t stamp_distance = MainHeader::kStampOffset - MainHeader::kCountOffset;
+  constexpr size_t kStampDistance = MainHeader::kStampOffset - MainHeader::kCountOffset;
+  // The header tells where they lie, but never outside itself: behind it are cards.
+  const size_t told = header_.count_position();
+  const size_t last = kCardSize - kStampDistance - sizeof(uint32_t);
+  const size_t count_at = told <= last ? told : MainHeader::kCountOffset;
   std::array<std::byte, 4> value;
   StoreLe16(value, 0, header_.card_count());
   file_->Write(count_at, std::span(value).first(2));
   StoreLe32(value, 0, header_.stamp());
-  file_->Write(count_at + stamp_distance, value);
+  file_->Write(count_at + kStampDistance, value);
   stamp_on_disk_ = header_.stamp();
 }
 

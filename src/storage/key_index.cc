@@ -17,7 +17,7 @@ bool Above(unsigned char a, unsigned char b) {
 bool KeyIndex::CheckKeyIndex(uint32_t card_end, bool counts_differ) {
   file_ = files_->Open(path_, OpenMode::kReadWrite);
   if (file_ != nullptr) image_.Load(*file_);
-  if (file_ == nullptr || page_count() == 0 || counts_differ) {
+  if (file_ == nullptr || !IsWhole() || counts_differ) {
     file_.reset();
     image_.Clear();
     files_->Remove(path_);
@@ -35,6 +35,10 @@ bool KeyIndex::CheckKeyIndex(uint32_t card_end, bool counts_differ) {
   Flush();
   in_order_ = IsInOrder();
   return true;
+}
+
+bool KeyIndex::IsWhole() const {
+  return page_count() >= kIndexLetters.size() && image_.size() % kIndexPageSize == 0;
 }
 
 bool KeyIndex::CreateEmpty() {
@@ -180,7 +184,8 @@ IndexUpdate KeyIndex::Repoint(unsigned char letter, const Place& place, uint32_t
 }
 
 IndexUpdate KeyIndex::RemoveSlot(const Place& place, uint32_t card_offset) {
-  size_t slot = place.slot;
+  // Where the search met no slot of the letter, the whole page is looked through.
+  size_t slot = place.result < 0 ? 0 : place.slot;
   while (slot < kSlotsPerPage && SlotOffset(place.page, slot) != card_offset) ++slot;
   // The search for the card ends with the page, even when the next one holds it.
   if (slot == kSlotsPerPage) return {};

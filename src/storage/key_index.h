@@ -32,8 +32,8 @@ class KeyIndex {
   KeyIndex(FileSystem& files, std::string path) : files_(&files), path_(std::move(path)) {}
 
   // Takes an existing index for a main file of `card_end` bytes in whole cards, and clears every
-  // slot that cannot name a card. The holes stay. False, and the file deleted, when it cannot be
-  // read or `counts_differ` tells that the address file has another count than the main file.
+  // slot that cannot name a card. The holes stay. False, and the file deleted, when it is not whole
+  // or `counts_differ` tells that the address file has another count than the main file.
   bool CheckKeyIndex(uint32_t card_end, bool counts_differ);
   // Starts a new index of 36 empty pages; false when the file cannot be opened.
   bool CreateEmpty();
@@ -89,6 +89,9 @@ class KeyIndex {
   [[nodiscard]] size_t EndOfChain(unsigned char letter, size_t from) const;
   [[nodiscard]] size_t FirstPageNotBelow(unsigned char letter) const;
   [[nodiscard]] bool IsInOrder() const;
+  // Pages are never given back: a file of fewer than a new one's, or of parts of one, was cut
+  // short.
+  [[nodiscard]] bool IsWhole() const;
 
   IndexUpdate Insert(const IndexSlot& entry, const Place& place);
   IndexUpdate InsertIntoFullChain(const IndexSlot& entry, const Place& place, size_t last_page);

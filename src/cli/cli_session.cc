@@ -1,0 +1,170 @@
+#include "cli/cli_session.h"
+
+#include <utility>
+
+#include "base/path.h"
+#include "selection/marks.h"
+
+namespace carnetel {
+namespace {
+
+constexpr int kNoAccess = 43;
+constexpr int kNotValid = 49;
+constexpr int kFileThere = 33;
+constexpr const char* kParameterFileName = "CARNETEL.TRS";
+
+MessageOptions MessageOptionsOf(const CliEnvironment& environment, const GlobalOptions& options) {
+  return {options.json, options.yes, options.quiet, environment.can_ask};
+}
+
+void MakeFolders(FileSystem& files, const std::string& folder) {
+  for (size_t end = folder.find('/', 1); end != std::string::npos;
+       end = folder.find('/', end + 1)) {
+    const std::string parent = folder.substr(0, end);
+    if (!files.IsFolder(parent)) files.MakeFolder(parent);
+  }
+}
+
+}  // namespace
+
+CliSession::CliSession(const CliEnvironment& environment, GlobalOptions options)
+    : environment_(environment),
+      options_(std::move(options)),
+      progress_(environment.err, environment.shows_progress && !options_.quiet,
+                environment.interrupted, environment.milliseconds),
+      messages_(environment.in, environment.err, MessageOptionsOf(environment, options_),
+                [this] { progress_.Erase(); }) {}
+
+CliSession::~CliSession() {
+  Close();
+}
+
+const Settings& CliSession::settings() {
+  if (!settings_) {
+    const std::string path =
+        options_.profile ? *options_.profile : ProfilePath(environment_.variables);
+    settings_ = ReadSettings(UserProfile(files(), path));
+  }
+  return *settings_;
+}
+
+std::string CliSession::HomePath() {
+  std::string home = HomeFolder(files(), environment_.variables, environment_.executable_folder);
+  MakeFolders(files(), home);
+  return home;
+}
+
+std::string CliSession::ParameterFile() {
+  return options_.parameters ? *options_.parameters : HomePath() + kParameterFileName;
+}
+
+const FamilyPaths* CliSession::Family() {
+  if (family_) return &*family_;
+  const bool in_home = !options_.directory && settings().recent_directory.empty();
+  const std::string path = options_.directory
+                               ? *options_.directory
+                               : DefaultDirectory(settings(), in_home ? HomePath() : "");
+  if (PathSplit(path).name.empty()) {
+    Fail("« " + path + " » ne nomme pas un carnetel");
+    return nullptr;
+  }
+  return &family_.emplace(files(), path);
+}
+
+bool CliSession::TakeDirectory() {
+  if (guard_ != nullptr) return true;
+  const FamilyPaths* family = Family();
+  if (family == nullptr) return false;
+  guard_ = environment_.take_guard(files().Canonical(family->Of(".ADR")));
+  if (guard_ == nullptr) Fail(family->Main() + " est ouvert par un autre programme");
+  return guard_ != nullptr;
+}
+
+DirectoryOptions CliSession::OpenOptions(bool may_create) {
+  DirectoryOptions options;
+  options.path = Family()->Main();
+  options.key_field = settings().key_field;
+  options.may_create = may_create;
+  return options;
+}
+
+Directory* CliSession::Refuse(OpenResult result) {
+  directory_.reset();
+  const std::string path = Family()->Main();
+  if (!files().Exists(path)) {
+    Fail(FormatText(kNoAccess, path) + " : il n'existe pas (« create » crée un carnetel)");
+  } else if (result == OpenResult::kOlderVersion) {
+    Fail(path + " est d'une version plus ancienne");
+  } else {
+    Fail(path + " : " + std::string(LoadText(kNotValid)));
+  }
+  return nullptr;
+}
+
+Directory* CliSession::Open() {
+  if (directory_ != nullptr) return directory_.get();
+  const FamilyPaths* family = Family();
+  if (family == nullptr) return nullptr;
+  if (!files().Exists(family->Main())) return Refuse(OpenResult::kNoStore);
+  if (!TakeDirectory()) return nullptr;
+  directory_ = std::make_unique<Directory>(
+      DirectoryServices{files(), environment_.clock, progress_}, OpenOptions(false));
+  const OpenResult result = directory_->OpenDirectory();
+  if (result != OpenResult::kOpened) return Refuse(result);
+  // A run that ended badly may have left a stale counter; the marks themselves are right.
+  directory_->set_marked_count(CountMarks(*directory_));
+  return directory_.get();
+}
+
+Directory* CliSession::Create(const OemText& description) {
+  const FamilyPaths* family = Family();
+  if (family == nullptr || !TakeDirectory()) return nullptr;
+  const std::string path = family->Main();
+  if (files().Exists(path)) {
+    Fail(path + " : " + std::string(LoadText(kFileThere)));
+    return nullptr;
+  }
+  directory_ = std::make_unique<Directory>(
+      DirectoryServices{files(), environment_.clock, progress_}, OpenOptions(true));
+  if (directory_->OpenDirectory() != OpenResult::kCreated) {
+    directory_.reset();
+    Fail(FormatText(kNoAccess, path));
+    return nullptr;
+  }
+  directory_->main().header().set_description(description);
+  directory_->main().WriteHeader();
+  return directory_.get();
+}
+
+bool CliSession::CloseStores() {
+  if (directory_ == nullptr) return true;
+  directory_->CloseListView();
+  const bool written = !directory_->write_failed();
+  directory_->CloseDirectory();
+  directory_.reset();
+  if (!written) Fail("une écriture dans les fichiers du carnetel a échoué");
+  return written;
+}
+
+bool CliSession::Close() {
+  const bool written = CloseStores();
+  guard_.reset();
+  return written;
+}
+
+bool CliSession::IsOwn(const std::string& main_file) {
+  if (directory_ == nullptr && guard_ == nullptr) return false;
+  return files().Canonical(Family()->Main()) == files().Canonical(main_file);
+}
+
+int CliSession::Fail(const std::string& text) {
+  messages_.Error(text);
+  return kRefused;
+}
+
+int CliSession::WrongUsage(const std::string& text) {
+  messages_.Error(text);
+  return kWrongUsage;
+}
+
+}  // namespace carnetel

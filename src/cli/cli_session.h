@@ -1,0 +1,86 @@
+// One run of the tool: the options of the whole run, the messages, the settings, and the directory,
+// which is opened by the first command that needs it and stays open for the following ones of a
+// script. Whatever happens, its stores are closed properly at the end.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "cli/cli_environment.h"
+#include "cli/command_line.h"
+#include "cli/terminal_messages.h"
+#include "cli/terminal_progress.h"
+#include "shell/settings.h"
+#include "storage/directory.h"
+
+namespace carnetel {
+
+class CliSession {
+ public:
+  CliSession(const CliEnvironment& environment, GlobalOptions options);
+  ~CliSession();
+  CliSession(const CliSession&) = delete;
+  CliSession& operator=(const CliSession&) = delete;
+
+  [[nodiscard]] const GlobalOptions& options() const { return options_; }
+  [[nodiscard]] const CliEnvironment& environment() const { return environment_; }
+  [[nodiscard]] FileSystem& files() const { return environment_.files; }
+  [[nodiscard]] std::ostream& out() const { return environment_.out; }
+  TerminalMessages& messages() { return messages_; }
+  ProgressBox& progress() { return progress_; }
+  [[nodiscard]] bool interrupted() const { return environment_.interrupted(); }
+
+  const Settings& settings();
+  [[nodiscard]] LabelStyles label_styles() { return settings().Labels(); }
+  // The parameter file of transfers; its folder exists afterwards.
+  [[nodiscard]] std::string ParameterFile();
+  // The files of the run's directory; null when its path names no directory (told).
+  const FamilyPaths* Family();
+
+  // The open directory, opened when it is not; null when that is refused (told).
+  Directory* Open();
+  // Makes a directory that is not there yet, with this description.
+  Directory* Create(const OemText& description);
+  // Closes the stores, written; the directory stays this run's. False when a write failed (told).
+  bool CloseStores();
+  // The same and lets other programs in.
+  bool Close();
+  // Keeps other programs out of the run's directory from now on; false when another one is in
+  // (told). `Open` does it too.
+  bool TakeDirectory();
+  // Whether a main file is that of the run's directory.
+  [[nodiscard]] bool IsOwn(const std::string& main_file);
+
+  // Tell what is wrong and answer the exit status for it.
+  int Fail(const std::string& text);
+  int WrongUsage(const std::string& text);
+  // Asks, with that text of the table; `style` is one with a "no".
+  template <class... Args>
+  [[nodiscard]] bool Confirm(int text_id, const Args&... args) {
+    return messages_.ShowMessage(MessageStyle::kOkCancel, kAttentionTitle, text_id, args...) ==
+           MessageButton::kOk;
+  }
+
+  // Whether a script is being run, and what feeds it.
+  bool in_script = false;
+  bool script_from_input = false;
+
+ private:
+  static constexpr int kAttentionTitle = 80;
+
+  [[nodiscard]] std::string HomePath();
+  [[nodiscard]] DirectoryOptions OpenOptions(bool may_create);
+  Directory* Refuse(OpenResult result);
+
+  const CliEnvironment& environment_;
+  GlobalOptions options_;
+  TerminalProgress progress_;
+  TerminalMessages messages_;
+  std::optional<Settings> settings_;
+  std::optional<FamilyPaths> family_;
+  std::shared_ptr<void> guard_;
+  std::unique_ptr<Directory> directory_;
+};
+
+}  // namespace carnetel

@@ -1,0 +1,87 @@
+#include "cli/json_form.h"
+
+#include <nlohmann/json.hpp>
+
+namespace carnetel {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+std::string Line(const Json& object) {
+  return object.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+template <class Value>
+Json ObjectOf(const std::vector<std::pair<std::string, Value>>& entries) {
+  Json object = Json::object();
+  for (const auto& [name, value] : entries) object[name] = value;
+  return object;
+}
+
+}  // namespace
+
+std::string CardLine(const CardView& card) {
+  return Line({{"row", card.row},
+               {"offset", card.offset},
+               {"marked", card.marked},
+               {"groups", card.groups},
+               {"label", card.label},
+               {"fields", ObjectOf(card.fields)}});
+}
+
+std::string InfoLine(const DirectoryInfo& info) {
+  return Line({{"path", info.path},
+               {"version", info.version},
+               {"description", info.description},
+               {"owner", info.owner},
+               {"cards", info.cards},
+               {"key", info.key},
+               {"marked", info.marked},
+               {"groups", info.groups},
+               {"files", ObjectOf(info.files)}});
+}
+
+std::string CountLine(const std::string& name, int64_t count) {
+  return Line(Json::object({{name, count}}));
+}
+
+std::string FindingLine(const std::string& file, const std::string& text,
+                        std::optional<uint32_t> offset) {
+  Json object = Json::object({{"file", file}, {"finding", text}});
+  if (offset) object["offset"] = *offset;
+  return Line(object);
+}
+
+std::string ConsistentLine(bool consistent) {
+  return Line(Json::object({{"consistent", consistent}}));
+}
+
+std::string ErrorLine(const std::string& text) {
+  return Line(Json::object({{"error", text}}));
+}
+
+CardInput ParseCardLine(std::string_view line) {
+  CardInput input;
+  const Json card = Json::parse(line, nullptr, false);
+  if (!card.is_object()) {
+    input.error = "ce n'est pas un objet JSON";
+    return input;
+  }
+  const auto fields = card.find("fields");
+  if (fields == card.end() || !fields->is_object()) {
+    input.error = "la fiche n'a pas d'objet « fields »";
+    return input;
+  }
+  for (const auto& [name, value] : fields->items()) {
+    if (!value.is_string()) {
+      input.error = "le champ " + name + " n'est pas un texte";
+      return input;
+    }
+    input.fields.emplace_back(name, value.get<std::string>());
+  }
+  const auto marked = card.find("marked");
+  input.marked = marked != card.end() && marked->is_boolean() && marked->get<bool>();
+  return input;
+}
+
+}  // namespace carnetel

@@ -1,0 +1,56 @@
+// The JSON forms of everything the tool prints and reads, one object a line. The only place that
+// knows the JSON library; all texts are UTF-8, and bytes that are not come out as U+FFFD.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace carnetel {
+
+using NamedText = std::pair<std::string, std::string>;
+
+// A card as it is shown.
+struct CardView {
+  uint32_t row = 0;  // from 1
+  uint32_t offset = 0;
+  bool marked = false;
+  std::vector<std::string> groups;
+  std::string label;
+  std::vector<NamedText> fields;  // those that hold text, in their order
+};
+[[nodiscard]] std::string CardLine(const CardView& card);
+
+struct DirectoryInfo {
+  std::string path;
+  std::string version;
+  std::string description;
+  int owner = 0;
+  uint32_t cards = 0;
+  std::string key;  // "societe" or "nom"
+  int32_t marked = 0;
+  size_t groups = 0;
+  std::vector<std::pair<std::string, uint64_t>> files;  // extension and size
+};
+[[nodiscard]] std::string InfoLine(const DirectoryInfo& info);
+
+// {"marked": 3}, {"cards": 12}
+[[nodiscard]] std::string CountLine(const std::string& name, int64_t count);
+[[nodiscard]] std::string FindingLine(const std::string& file, const std::string& text,
+                                      std::optional<uint32_t> offset);
+[[nodiscard]] std::string ConsistentLine(bool consistent);
+[[nodiscard]] std::string ErrorLine(const std::string& text);
+
+// A card to add: its "fields", and whether it is "marked". What else a card object holds (row,
+// offset, groups, label) says where a card was and is not looked at.
+struct CardInput {
+  std::vector<NamedText> fields;
+  bool marked = false;
+  std::string error;  // French, empty when the line is a card
+};
+[[nodiscard]] CardInput ParseCardLine(std::string_view line);
+
+}  // namespace carnetel

@@ -1,0 +1,319 @@
+#include "shell/main_window.h"
+
+#include "base/format_text.h"
+#include "shell/card_removal.h"
+#include "storage/card_dispatch.h"
+
+namespace carnetel {
+namespace {
+
+constexpr size_t kMostRecents = 4;
+// "&1 " in front of the path in a recent directory's menu text.
+constexpr size_t kMenuPrefixSize = 3;
+constexpr std::array<int, 4> kRecentKeys = {237, 238, 239, 240};
+
+std::string RecentText(size_t index, const std::string& path) {
+  return FormatPrintf("&%c %s", {static_cast<int>('1' + index), path});
+}
+
+// The range of a tab: letters up to Y have an end, Z and "A à Z" have none.
+LetterRange RangeOfTab(int tab) {
+  if (tab == kTabAll) return kAllLetters;
+  const auto letter = static_cast<unsigned char>('A' + (tab - kTabA));
+  return {letter, static_cast<unsigned char>(tab == kTabZ ? 0 : letter + 1)};
+}
+
+}  // namespace
+
+MainWindowLogic::MainWindowLogic(Session& session, MainWindowView& view, int list_capacity)
+    : session_(session),
+      view_(view),
+      list_(*this, list_capacity),
+      form_(view, list_, session.services().messages, session.settings()) {}
+
+void MainWindowLogic::Start() {
+  view_.SetEditLook(false);
+  form_.ShowZone(session_.settings().shows_references ? FormZone::kReferences : FormZone::kNotes);
+  ReadRecents();
+  ReloadAfterOpen();
+  view_.FocusList();
+}
+
+void MainWindowLogic::ReloadAfterOpen() {
+  list_.SetDirectory(session_.directory());
+  list_.SetLabelStyles(session_.settings().Labels());
+  form_.SetDirectory(session_.directory());
+  view_.SetGroups({std::string(LoadText(164))}, 0);
+  view_.SetSets({std::string(LoadText(165))}, 0);
+  // Without a directory the window stays as it is.
+  if (session_.directory() != nullptr) {
+    view_.SetTitle(FormatText(265, session_.CurrentMainFile()));
+    RebuildRecents();
+  }
+  if (session_.TakeListPositionRestore()) list_.RestorePositionAtNextRefill();
+  list_.ListRefill(kAllLetters);
+  view_.FocusControl(kTabAll);
+  view_.ShowTab(kTabAll);
+}
+
+void MainWindowLogic::ReadRecents() {
+  recents_.clear();
+  for (size_t i = 1; i < kMostRecents; ++i) {
+    const std::string text = session_.ProfileText(kRecentKeys[i], "");
+    if (text.size() > kMenuPrefixSize) recents_.push_back(text.substr(kMenuPrefixSize));
+  }
+}
+
+void MainWindowLogic::RebuildRecents() {
+  const std::string current = session_.CurrentMainFile();
+  std::erase_if(recents_, [this, &current](const std::string& path) {
+    return session_.SamePath(path, current);
+  });
+  recents_.insert(recents_.begin(), current);
+  if (recents_.size() > kMostRecents) recents_.resize(kMostRecents);
+  std::vector<std::string> texts;
+  for (size_t i = 0; i < recents_.size(); ++i) texts.push_back(RecentText(i, recents_[i]));
+  view_.SetRecents(texts);
+}
+
+// The first one is written at the end of the run, for every role. One that is gone from the menu
+// leaves its old value behind, on purpose.
+void MainWindowLogic::WriteRecents() {
+  for (size_t i = 1; i < recents_.size(); ++i) {
+    session_.ProfileWrite(kRecentKeys[i], RecentText(i, recents_[i]));
+  }
+}
+
+void MainWindowLogic::Dispatch(int command) {
+  if (command >= kCommandRecent1 && command <= kCommandRecent4) {
+    OpenRecent(command);
+    return;
+  }
+  if (command >= kTabAll && command <= kTabZ) {
+    ApplyLetterTab(command);
+    return;
+  }
+  switch (command) {
+    case kCommandConfirm:
+      form_.Confirm();
+      break;
+    case kCommandEscape:
+      form_.Escape();
+      break;
+    case kCommandQuit:
+    case kButtonQuit:
+      RequestQuit();
+      break;
+    case kCommandCreateCard:
+      form_.CreateCard();
+      break;
+    case kButtonCreateOrCancel:
+      form_.CreateOrCancel();
+      break;
+    case kCommandSaveChange:
+    case kButtonSaveChange:
+      form_.SaveChange();
+      break;
+    case kButtonSaveNew:
+      form_.SaveNew();
+      break;
+    case kCommandDeleteCard:
+    case kButtonDeleteCard:
+      if (form_.LeaveForm()) DeleteCard();
+      break;
+    case kCommandDeleteMarked:
+    case kButtonDeleteMarked:
+      if (form_.LeaveForm()) DeleteMarked();
+      break;
+    case kCommandDeselectAll:
+      if (form_.LeaveForm()) list_.DeselectListed();
+      break;
+    case kCommandBrowseMarked:
+      if (form_.LeaveForm()) view_.OpenConsultation();
+      break;
+    case kButtonMark:
+      list_.ToggleMark(list_.current_row());
+      break;
+    case kButtonShowNotes:
+      form_.ShowZone(FormZone::kNotes);
+      view_.FocusControl(kLabelNotes);
+      break;
+    case kButtonShowReferences:
+      form_.ShowZone(FormZone::kReferences);
+      view_.FocusControl(kLabelReferences);
+      break;
+    default:
+      break;
+  }
+}
+
+bool MainWindowLogic::ApplyLetterTab(int tab) {
+  if (!form_.LeaveForm()) return false;
+  list_.ListRefill(RangeOfTab(tab));
+  view_.ShowTab(tab);
+  return true;
+}
+
+bool MainWindowLogic::RequestQuit() {
+  if (ended_) return true;
+  if (!form_.LeaveForm()) return false;
+  QuitUnasked();
+  return true;
+}
+
+void MainWindowLogic::QuitUnasked() {
+  if (ended_) return;
+  ended_ = true;
+  WriteRecents();
+  LetGoOfDirectory();
+  session_.CloseDirectory();
+  view_.EndWindow();
+}
+
+// Before the session closes it: what it shows meanwhile (messages, progress) may repaint the list.
+void MainWindowLogic::LetGoOfDirectory() {
+  list_.StorePosition();
+  list_.SetDirectory(nullptr);
+  form_.SetDirectory(nullptr);
+}
+
+void MainWindowLogic::OpenRecent(int command) {
+  const auto index = static_cast<size_t>(command - kCommandRecent1);
+  if (index >= recents_.size() || !form_.LeaveForm()) return;
+  const std::string path = recents_[index];
+  const std::string former = session_.CurrentMainFile();
+  if (session_.SamePath(path, former) || BelongsToAnotherSeat(path)) return;
+  LetGoOfDirectory();
+  if (!session_.OpenDirectoryChecked(path, false)) session_.OpenDirectoryChecked(former, false);
+  ReloadAfterOpen();
+}
+
+// Such a directory is passed over without a word.
+bool MainWindowLogic::BelongsToAnotherSeat(const std::string& path) const {
+  FileSystem& files = session_.services().files;
+  MainHeader header;
+  std::ranges::copy(ReadStart(files, FindAnyCase(files, path), MainHeader::kSize),
+                    header.bytes().begin());
+  const int32_t seat = session_.workstation_number();
+  return header.owner() != 0 && seat != 0 && header.owner() != seat;
+}
+
+void MainWindowLogic::DeleteCard() {
+  Directory* directory = session_.directory();
+  const uint32_t card_offset = list_.current_card();
+  CardRecord card;
+  if (directory == nullptr || !directory->main().ReadCard(card_offset, card)) return;
+  const MessageButton answer = session_.services().messages.ShowMessage(
+      MessageStyle::kOkCancel, 80, 31, DeletionLabel(card, directory->key_field()));
+  if (answer != MessageButton::kOk) return;
+  uint32_t moved_from = 0;
+  carnetel::DeleteCard(*directory, card_offset, &moved_from);
+  list_.ListRefill();
+  view_.FocusList();
+}
+
+void MainWindowLogic::DeleteMarked() {
+  Directory* directory = session_.directory();
+  if (directory == nullptr || list_.marked_count() == 0) return;
+  const MessageButton answer =
+      session_.services().messages.ShowMessage(MessageStyle::kOkCancel, 80, 53);
+  if (answer != MessageButton::kOk) return;
+  DeleteMarkedEntries();
+  list_.ListRefill(kAllLetters);
+  view_.ShowTab(kTabAll);
+  view_.FocusList();
+}
+
+void MainWindowLogic::DeleteMarkedEntries() {
+  Directory& directory = *session_.directory();
+  ProgressBox& progress = session_.services().progress;
+  progress.Open(ProgressForm::kDelete, static_cast<uint32_t>(directory.marked_count()));
+  {
+    const Directory::Batch batch(directory);
+    uint32_t row = 0;
+    bool stopped = false;
+    while (!stopped && row < directory.address().entry_count() && directory.marked_count() > 0) {
+      const EntrySlot entry = directory.address().Entry(row);
+      CardRecord card;
+      if (!entry.bit(directory.selection_bit()) ||
+          !directory.main().ReadCard(entry.card_offset(), card)) {
+        ++row;
+        continue;
+      }
+      // The card that was announced still goes when the user stops the walk at it.
+      stopped = progress.Step(DeletionLabel(card, directory.key_field()));
+      // A delete takes the entry away: the same row is looked at again.
+      uint32_t moved_from = 0;
+      if (!carnetel::DeleteCard(directory, entry.card_offset(), &moved_from)) ++row;
+    }
+  }
+  progress.Close();
+}
+
+MenuState MainWindowLogic::menu_state() const {
+  MenuState state;
+  state.has_rows = list_.row_count() != 0;
+  state.has_marks = list_.marked_count() != 0;
+  state.group_displayed = list_.displayed_group().row != 0;
+  state.may_save_change = form_.may_save_change();
+  return state;
+}
+
+int MainWindowLogic::HelpTopic(int focused_control) const {
+  return HelpTopicOfControl(focused_control, form_.purpose() == FormPurpose::kNewCard);
+}
+
+void MainWindowLogic::ShowStatusOf(int item) {
+  ShowStatusText(StatusTextOf(item));
+}
+
+void MainWindowLogic::ShowStatusText(int text) {
+  view_.SetStatus(std::string(LoadText(text)));
+}
+
+void MainWindowLogic::JumpToLetter(char letter) {
+  if (!list_.JumpToLetter(letter)) view_.Beep();
+}
+
+void MainWindowLogic::TellNotLoaded() {
+  if (list_.not_loaded_count() == 0) return;
+  session_.services().messages.ShowMessage(MessageStyle::kInformation, 80, 279,
+                                           list_.not_loaded_count());
+}
+
+int MainWindowLogic::NextMarkedRow(int row, int step) const {
+  for (int next = row + step; next >= 0 && next < list_.row_count(); next += step) {
+    if (list_.IsMarked(next)) return next;
+  }
+  return -1;
+}
+
+void MainWindowLogic::ShowCounts() {
+  view_.SetPosition(list_.PositionText());
+  view_.SetMarked(list_.marked_count());
+}
+
+void MainWindowLogic::ListRefilled() {
+  view_.ListRefilled();
+  ShowCounts();
+  form_.ListRefilled();
+  view_.UpdateConsultation();
+}
+
+void MainWindowLogic::CurrentRowChanged() {
+  view_.ShowCurrentRow();
+  ShowCounts();
+  form_.ShowCurrentCard(false);
+  view_.UpdateConsultation();
+}
+
+void MainWindowLogic::RowRepainted(int row) {
+  view_.RepaintRow(row);
+}
+
+void MainWindowLogic::MarksChanged() {
+  ShowCounts();
+  form_.UpdateButtons();
+}
+
+}  // namespace carnetel

@@ -1,0 +1,105 @@
+// The main window without its widgets: routes every command to what it does, keeps menus, buttons,
+// pickers, tabs, list and form in step with the open directory, and says what the window shows. One
+// dispatcher takes the numbers that menu items, buttons and controls share.
+//
+// Commands whose dialogs are not part of the program yet do nothing.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "shell/card_form.h"
+#include "shell/card_list.h"
+#include "shell/command_table.h"
+#include "shell/session.h"
+
+namespace carnetel {
+
+// What the main window asks of its widgets, besides the form's part.
+class MainWindowView : public CardFormView {
+ public:
+  virtual void SetTitle(const std::string& utf8) = 0;
+  // Controls 181 and 183.
+  virtual void SetPosition(const std::string& utf8) = 0;
+  virtual void SetMarked(int32_t count) = 0;
+  virtual void SetStatus(const std::string& utf8) = 0;
+  // The recent directories as menu texts, "&1 /path"; the path holds no mnemonics.
+  virtual void SetRecents(const std::vector<std::string>& texts) = 0;
+  virtual void SetGroups(const std::vector<std::string>& names, int current) = 0;
+  virtual void SetSets(const std::vector<std::string>& names, int current) = 0;
+  // Shows a tab as the selected one without running it.
+  virtual void ShowTab(int tab) = 0;
+  virtual void ListRefilled() = 0;
+  virtual void ShowCurrentRow() = 0;
+  virtual void RepaintRow(int row) = 0;
+  virtual void OpenConsultation() = 0;
+  virtual void UpdateConsultation() = 0;
+  // Ends the window; its role returns.
+  virtual void EndWindow() = 0;
+};
+
+class MainWindowLogic : private CardList::Observer {
+ public:
+  MainWindowLogic(Session& session, MainWindowView& view, int list_capacity);
+
+  // Fills everything as the window opens.
+  void Start();
+
+  // A command from a menu, a button, a key or a posted event.
+  void Dispatch(int command);
+  // A letter tab, 655 to 681: false when the user stays with the form.
+  bool ApplyLetterTab(int tab);
+  // True when the window may close; the answer to its closing button.
+  bool RequestQuit();
+  // Ends the window without a question.
+  void QuitUnasked();
+
+  CardList& list() { return list_; }
+  CardForm& form() { return form_; }
+  [[nodiscard]] MenuState menu_state() const;
+  [[nodiscard]] const std::vector<std::string>& recents() const { return recents_; }
+  // Help topic of F1 and the help command.
+  [[nodiscard]] int HelpTopic(int focused_control) const;
+
+  // Text of the status line for a menu item or a focused control, and for an open popup.
+  void ShowStatusOf(int item);
+  void ShowStatusText(int text);
+
+  // The list's part of keys and clicks.
+  void JumpToLetter(char letter);
+
+  // The message that the list is full, when cards had no place in it; posted after the start.
+  void TellNotLoaded();
+
+  // The next or previous marked row from `row`, -1 at the ends.
+  [[nodiscard]] int NextMarkedRow(int row, int step) const;
+
+ private:
+  // CardList::Observer
+  void ListRefilled() override;
+  void CurrentRowChanged() override;
+  void RowRepainted(int row) override;
+  void MarksChanged() override;
+
+  // Everything that follows a change of directory.
+  void ReloadAfterOpen();
+  void ReadRecents();
+  void RebuildRecents();
+  void WriteRecents();
+  void OpenRecent(int command);
+  [[nodiscard]] bool BelongsToAnotherSeat(const std::string& path) const;
+  void LetGoOfDirectory();
+  void DeleteCard();
+  void DeleteMarked();
+  void DeleteMarkedEntries();
+  void ShowCounts();
+
+  Session& session_;
+  MainWindowView& view_;
+  CardList list_;
+  CardForm form_;
+  std::vector<std::string> recents_;
+  bool ended_ = false;
+};
+
+}  // namespace carnetel

@@ -1,0 +1,95 @@
+// The values of one run: what the command line asked for, the folders, the directory worked on and
+// the settings. Made once in main and passed on; a test may have several.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "base/messages.h"
+#include "platform/clock.h"
+#include "platform/directory_guard.h"
+#include "platform/user_profile.h"
+#include "shell/launch.h"
+#include "shell/settings.h"
+#include "storage/directory.h"
+
+namespace carnetel {
+
+struct SessionServices {
+  FileSystem& files;
+  Clock& clock;
+  ProgressBox& progress;
+  MessageForm& messages;
+  UserProfile& profile;
+};
+
+class Session {
+ public:
+  // `home_folder` ends in a separator.
+  Session(const SessionServices& services, StartupRequest request, std::string home_folder);
+
+  // Resolves folders, directory and settings, in this order; settings are written straight back so
+  // that their defaults appear in the profile.
+  void Start();
+
+  [[nodiscard]] const StartupRequest& request() const { return request_; }
+  [[nodiscard]] const Role& role() const { return role_; }
+  [[nodiscard]] bool exchange_launch() const { return IsExchangeLaunch(request_); }
+  [[nodiscard]] bool lan_on() const { return lan_on_; }
+  [[nodiscard]] int32_t workstation_number() const { return workstation_number_; }
+  [[nodiscard]] const std::string& home_dir() const { return home_dir_; }
+  [[nodiscard]] const std::string& shared_dir() const { return shared_dir_; }
+  [[nodiscard]] const std::string& appli_name() const { return appli_name_; }
+  // The stem of the directory, without extension.
+  [[nodiscard]] const std::string& current_path() const { return current_path_; }
+  // The same with ".DAN", as titles and recents tell it.
+  [[nodiscard]] std::string CurrentMainFile() const { return current_path_ + ".DAN"; }
+  // True when both paths lead to the same file.
+  [[nodiscard]] bool SamePath(const std::string& a, const std::string& b) const;
+  Settings& settings() { return settings_; }
+  [[nodiscard]] const SessionServices& services() const { return services_; }
+
+  // Opens the directory of `path` (stem or main file) in place of the open one. With `strict`, a
+  // directory that another seat owns asks whether to take the default one instead; without it, one
+  // that cannot be opened is told. False leaves no directory open.
+  bool OpenDirectoryChecked(const std::string& path, bool strict);
+  // The directory of the start; when that fails for the main window, CARN001 to CARN1000 beside it.
+  // `*fell_back` tells that one of those was tried.
+  bool OpenAtStart(bool* fell_back);
+  void CloseDirectory();
+  [[nodiscard]] Directory* directory() { return directory_.get(); }
+
+  // A successful open happened: the list applies the row that the address file has kept.
+  [[nodiscard]] bool TakeListPositionRestore();
+
+  [[nodiscard]] std::string ProfileText(int key, std::string_view fallback) const;
+  void ProfileWrite(int key, std::string_view text);
+
+  // Writes the most recent directory, for every role, and closes what is open.
+  void Exit();
+
+ private:
+  void ResolveFolders();
+  void ResolveDirectory();
+  void WriteSettingsBack();
+  bool OpenPath(const std::string& path);
+  bool AskForDefaultDirectory();
+  [[nodiscard]] std::string_view Section() const;
+
+  SessionServices services_;
+  StartupRequest request_;
+  Role role_;
+  bool lan_on_ = false;
+  int32_t workstation_number_ = 0;
+  std::string appli_name_;
+  std::string home_dir_;
+  std::string shared_dir_;
+  std::string current_path_;
+  Settings settings_;
+  std::unique_ptr<DirectoryGuard> guard_;
+  std::unique_ptr<Directory> directory_;
+  bool list_position_restore_ = false;
+};
+
+}  // namespace carnetel
