@@ -28,6 +28,8 @@ struct CliEnvironment {
   bool can_ask = false;
   bool shows_progress = false;
 
+  // True once the program that reads the output has ended, as `head` does early: no error to tell.
+  std::function<bool()> reader_left = [] { return false; };
   // True once the user asked to stop.
   std::function<bool()> interrupted;
   // Keeps other programs out of the directory whose canonical address path is given, as long as the

@@ -49,8 +49,7 @@ const Settings& CliSession::settings() {
 }
 
 std::string CliSession::HomePath() {
-  const std::string home =
-      HomeFolder(files(), environment_.variables, environment_.executable_folder);
+  std::string home = HomeFolder(files(), environment_.variables, environment_.executable_folder);
   MakeFolders(files(), home);
   return home;
 }

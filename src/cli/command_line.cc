@@ -97,7 +97,9 @@ void TakeCommand(const RegisteredCommand& registered, CommandLine* line) {
 
 void CheckWords(const CLI::App& app, CommandLine* line) {
   if (line->help || line->version) return;
-  const std::vector<std::string> unexpected = app.remaining(true);
+  // "--", behind which nothing is an option, is among the words left over.
+  std::vector<std::string> unexpected = app.remaining(true);
+  std::erase(unexpected, "--");
   if (!unexpected.empty()) {
     line->error = UnexpectedWord(unexpected.front(), line->command != nullptr);
   } else if (line->command == nullptr) {
@@ -167,8 +169,8 @@ const std::vector<OptionSyntax>& GlobalSyntax() {
   return options;
 }
 
-CommandLine ParseCommandLine(const std::vector<std::string>& words,
-                             std::span<const Command> commands) {
+CommandLine ParseToolLine(const std::vector<std::string>& words,
+                          std::span<const Command> commands) {
   return Parse(words, GlobalSyntax(), commands);
 }
 

@@ -31,8 +31,8 @@ struct CommandLine {
 // The options that stand before the command, or anywhere behind it.
 [[nodiscard]] const std::vector<OptionSyntax>& GlobalSyntax();
 
-[[nodiscard]] CommandLine ParseCommandLine(const std::vector<std::string>& words,
-                                           std::span<const Command> commands);
+[[nodiscard]] CommandLine ParseToolLine(const std::vector<std::string>& words,
+                                        std::span<const Command> commands);
 
 // A command without options of the run, as scripts have it.
 [[nodiscard]] CommandLine ParseScriptCommand(const std::vector<std::string>& words,

@@ -85,6 +85,7 @@ std::string OptionTerm(const OptionSyntax& option) {
 
 std::string OptionTable(const std::string& title, const std::vector<OptionSyntax>& options) {
   std::vector<Row> rows;
+  rows.reserve(options.size());
   for (const OptionSyntax& option : options) rows.push_back({OptionTerm(option), option.help});
   return rows.empty() ? std::string() : Table(title, rows);
 }
@@ -113,6 +114,7 @@ std::string ShortHelp(const Command* command) {
 
 std::string ToolHelp(std::span<const Command> commands) {
   std::vector<Row> rows;
+  rows.reserve(commands.size());
   for (const Command& command : commands) rows.push_back({command.name, command.summary});
   return "Usage : carnetel-cli [OPTIONS] COMMANDE [ARGUMENTS]\n\n" +
          Paragraphs(

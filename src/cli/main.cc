@@ -4,6 +4,7 @@
 #include <csignal>
 #include <iostream>
 
+#include "cli/interruptible_input.h"
 #include "cli/run_cli.h"
 #include "platform/directory_guard.h"
 #include "platform/interrupt.h"
@@ -12,6 +13,12 @@
 namespace {
 
 constexpr std::chrono::seconds kGuardWait{2};
+
+volatile std::sig_atomic_t reader_left = 0;
+
+extern "C" void NoteReaderLeft(int) {
+  reader_left = 1;
+}
 
 std::shared_ptr<void> TakeGuard(const std::string& address_path) {
   return carnetel::DirectoryGuard::Take(address_path, kGuardWait);
@@ -25,18 +32,19 @@ int64_t Milliseconds() {
 }  // namespace
 
 int main(int argc, char** argv) {
-  // A reader that went away is a failed write, told at the end, and no reason to leave the stores
-  // open.
-  std::signal(SIGPIPE, SIG_IGN);
+  // A reader that went away is no reason to leave the stores open.
+  std::signal(SIGPIPE, NoteReaderLeft);
   std::ios::sync_with_stdio(false);
   const carnetel::InterruptFlag interrupt;
+  carnetel::InterruptibleInput input(STDIN_FILENO);
+  std::istream in(&input);
   carnetel::PosixFileSystem files;
   carnetel::SystemClock clock;
   const bool err_is_terminal = ::isatty(STDERR_FILENO) == 1;
   const carnetel::CliEnvironment environment{
       .files = files,
       .clock = clock,
-      .in = std::cin,
+      .in = in,
       .out = std::cout,
       .err = std::cerr,
       .variables = carnetel::SystemEnvironment,
@@ -44,6 +52,7 @@ int main(int argc, char** argv) {
       .version = CARNETEL_VERSION,
       .can_ask = err_is_terminal && ::isatty(STDIN_FILENO) == 1,
       .shows_progress = err_is_terminal,
+      .reader_left = [] { return reader_left != 0; },
       .interrupted = [&interrupt] { return interrupt.requested(); },
       .take_guard = TakeGuard,
       .milliseconds = Milliseconds};

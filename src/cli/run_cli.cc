@@ -32,10 +32,9 @@ int RunCommand(const CommandLine& line, const CliEnvironment& environment) {
   if (!session.Close() && status == kDone) status = kRefused;
   if (environment.interrupted() && status == kDone) status = session.Fail("interrompu");
   environment.out.flush();
-  if (!environment.out && status == kDone) {
-    status = session.Fail("la sortie standard ne prend plus rien");
-  }
-  return status;
+  if (environment.out || status != kDone) return status;
+  if (!environment.reader_left()) session.Fail("la sortie standard ne prend plus rien");
+  return kRefused;
 }
 
 int TellWrongUsage(const CommandLine& line, const CliEnvironment& environment) {
@@ -53,7 +52,7 @@ const std::vector<Command>& AllCommands() {
 }
 
 int RunCli(const std::vector<std::string>& arguments, const CliEnvironment& environment) {
-  const CommandLine line = ParseCommandLine(arguments, AllCommands());
+  const CommandLine line = ParseToolLine(arguments, AllCommands());
   if (line.error.empty() && line.help) {
     environment.out << (line.command != nullptr ? CommandHelp(*line.command)
                                                 : ToolHelp(AllCommands()));

@@ -73,7 +73,7 @@ bool TerminalMessages::Ask(const std::string& text) {
   err_ << OneLine(text) << " [o/N] ";
   err_.flush();
   std::string answer;
-  std::getline(in_, answer);
+  if (!std::getline(in_, answer)) err_ << '\n';
   return answer.starts_with('o') || answer.starts_with('O');
 }
 

@@ -67,12 +67,12 @@ std::string TakeSeparator(const std::string& option, const std::string& text, st
 std::string TakeSeparators(const Arguments& arguments, TransferProfile* profile) {
   std::string kept;
   if (const auto text = arguments.Value("--field-separator")) {
-    const std::string error = TakeSeparator("--field-separator", *text, &kept);
+    std::string error = TakeSeparator("--field-separator", *text, &kept);
     if (!error.empty()) return error;
     profile->set_field_separator(kept);
   }
   if (const auto text = arguments.Value("--card-separator")) {
-    const std::string error = TakeSeparator("--card-separator", *text, &kept);
+    std::string error = TakeSeparator("--card-separator", *text, &kept);
     if (!error.empty()) return error;
     profile->set_card_separator(kept);
   }
@@ -118,6 +118,12 @@ std::optional<Transfer> Prepare(CliSession& session, const Arguments& arguments,
   if (usage.empty() && columns) usage = TakeColumns(*columns, &scratch);
   if (!usage.empty()) {
     *status = session.WrongUsage(usage);
+    return std::nullopt;
+  }
+  const bool source_missing =
+      direction == TransferDirection::kImport && !session.files().Exists(transfer.file);
+  if (source_missing) {
+    *status = session.Fail(FormatText(kNoAccess, transfer.file));
     return std::nullopt;
   }
   ParameterFile parameters(session.files(), session.ParameterFile());
@@ -178,9 +184,6 @@ int RunImport(CliSession& session, const Arguments& arguments) {
   int status = kDone;
   const auto transfer = Prepare(session, arguments, TransferDirection::kImport, &status);
   if (!transfer) return status;
-  if (!session.files().Exists(transfer->file)) {
-    return session.Fail(FormatText(kNoAccess, transfer->file));
-  }
   const std::string main = session.Family()->Main();
   if (transfer->replace && has_cards && !session.Confirm(kToBeEmptied, main)) {
     return session.Fail("rien n'est remplacé");
@@ -195,7 +198,11 @@ int RunImport(CliSession& session, const Arguments& arguments) {
   request.charset = transfer->charset;
   const DirectoryServices services{session.files(), session.environment().clock,
                                    session.progress()};
-  return TellImport(session, *transfer, ImportDelimited(services, transfer->profile, request));
+  const TransferOutcome outcome = ImportDelimited(services, transfer->profile, request);
+  // Opened again at once, as the window does: that heals what many adds leave out of place.
+  const bool reopened = session.Open() != nullptr;
+  const int told = TellImport(session, *transfer, outcome);
+  return reopened ? told : kRefused;
 }
 
 int RunExport(CliSession& session, const Arguments& arguments) {

@@ -157,12 +157,17 @@ bool MainWindowLogic::ApplyLetterTab(int tab) {
 bool MainWindowLogic::RequestQuit() {
   if (ended_) return true;
   if (!form_.LeaveForm()) return false;
+  QuitUnasked();
+  return true;
+}
+
+void MainWindowLogic::QuitUnasked() {
+  if (ended_) return;
   ended_ = true;
   WriteRecents();
   LetGoOfDirectory();
   session_.CloseDirectory();
   view_.EndWindow();
-  return true;
 }
 
 // Before the session closes it: what it shows meanwhile (messages, progress) may repaint the list.

@@ -51,6 +51,8 @@ class MainWindowLogic : private CardList::Observer {
   bool ApplyLetterTab(int tab);
   // True when the window may close; the answer to its closing button.
   bool RequestQuit();
+  // Ends the window without a question.
+  void QuitUnasked();
 
   CardList& list() { return list_; }
   CardForm& form() { return form_; }

@@ -1,0 +1,84 @@
+// The fields of one card on two panels: company and address above, person, numbers, references and
+// notes below. One widget serves every screen that shows a card; a kind tells which controls it has
+// and whether they can be typed in. It holds no card: texts go in and out by control number.
+#pragma once
+
+#include <QLabel>
+#include <QMap>
+#include <QStackedWidget>
+#include <QStringList>
+#include <QWidget>
+
+#include "desktop/controls/filtered_edit.h"
+#include "desktop/controls/filtered_notes_edit.h"
+#include "desktop/controls/panel_colours.h"
+#include "desktop/controls/reference_combo.h"
+#include "shell/card_form.h"
+
+namespace carnetel::desktop {
+
+class CardPanel : public QWidget {
+  Q_OBJECT
+
+ public:
+  enum class Kind {
+    kMain,          // viewer and editor: one line for the person at rest, one zone at a time
+    kConsultation,  // read-only, everything at once
+  };
+
+  explicit CardPanel(Kind kind, QWidget* parent = nullptr);
+
+  void SetFieldText(int control, const QString& text);
+  [[nodiscard]] QString FieldText(int control) const;
+  void SetReferences(const QStringList& texts);
+  [[nodiscard]] QStringList References() const;
+
+  // Takes the last change of a field back and forgets what could be undone.
+  void UndoChange(int control);
+  // The control itself; null when this kind has none of that number.
+  [[nodiscard]] QWidget* Control(int control) const;
+
+  // The input look: three fields for the person, other colours, sibling column hidden.
+  void SetEditLook(bool on);
+  [[nodiscard]] bool edit_look() const { return edit_look_; }
+  void SetZone(FormZone zone);
+  // The field that names cards has a bold label.
+  void SetKeyField(int key_field);
+  // Links the controls behind `from` in tab order; returns the last one.
+  QWidget* SetTabOrderAfter(QWidget* from);
+  // Where the buttons beside the zone and the sibling buttons go, one a row; only in the main form.
+  void PlaceButton(int button, QWidget* widget);
+
+ Q_SIGNALS:
+  void fieldEdited(int control, int row);
+  void fieldEntered(int control);
+  void confirmed();
+
+ private:
+  void Build();
+  QWidget* BuildCompany();
+  QWidget* BuildPerson();
+  QWidget* BuildPersonLine();
+  QWidget* BuildZone();
+  QWidget* AddButtonPlace(int button);
+  FilteredEdit* AddEdit(int control, const QString& name, int shown_characters);
+  QLabel* AddLabel(int id, const QString& text, QWidget* buddy = nullptr);
+  void WatchEdit(FilteredEdit* edit, int control);
+  void AlignFirstColumn();
+  void RegisterColours();
+
+  Kind kind_;
+  bool edit_look_ = false;
+  QMap<int, FilteredEdit*> edits_;
+  QMap<int, QLabel*> labels_;
+  QMap<int, QWidget*> button_places_;
+  ReferenceCombo* references_ = nullptr;
+  FilteredNotesEdit* notes_ = nullptr;
+  QStackedWidget* person_ = nullptr;
+  QStackedWidget* zone_ = nullptr;
+  PanelColours* colours_ = nullptr;
+  QWidget* company_panel_ = nullptr;
+  QWidget* person_panel_ = nullptr;
+};
+
+}  // namespace carnetel::desktop

@@ -1,0 +1,67 @@
+#include "desktop/window/consultation.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace carnetel::desktop {
+namespace {
+
+constexpr int kNext = 216;
+constexpr int kPrevious = 217;
+
+QPushButton* MakeButton(int id, const QString& text, QWidget* parent) {
+  auto* button = new QPushButton(text, parent);
+  button->setObjectName(QString::number(id));
+  return button;
+}
+
+}  // namespace
+
+Consultation::Consultation(QWidget* parent) : QDialog(parent) {
+  setObjectName(QStringLiteral("126"));
+  setWindowTitle(QStringLiteral("Consultation"));
+  setAttribute(Qt::WA_DeleteOnClose);
+  auto* layout = new QVBoxLayout(this);
+  panel_ = new CardPanel(CardPanel::Kind::kConsultation, this);
+  layout->addWidget(panel_);
+  auto* row = new QHBoxLayout;
+  auto* next = MakeButton(kNext, QStringLiteral("&Suiv"), this);
+  auto* previous = MakeButton(kPrevious, QStringLiteral("&Préc"), this);
+  auto* quit = MakeButton(kCommandEscape, QStringLiteral("&Quitter"), this);
+  auto* help = MakeButton(kCommandHelpKey, QStringLiteral("?"), this);
+  help->setAccessibleName(QStringLiteral("Aide"));
+  row->addWidget(next);
+  row->addWidget(previous);
+  row->addStretch();
+  row->addWidget(quit);
+  row->addWidget(help);
+  layout->addLayout(row);
+  next->setDefault(true);
+  next->setFocus();
+  connect(next, &QPushButton::clicked, this, [this] { Q_EMIT stepped(1); });
+  connect(previous, &QPushButton::clicked, this, [this] { Q_EMIT stepped(-1); });
+  connect(quit, &QPushButton::clicked, this, &QDialog::close);
+  connect(help, &QPushButton::clicked, this, &Consultation::helpWanted);
+}
+
+// Tab goes between the two steps only; Enter repeats the one that last had the focus.
+bool Consultation::focusNextPrevChild(bool /*next*/) {
+  auto* forward = findChild<QPushButton*>(QString::number(kNext));
+  auto* back = findChild<QPushButton*>(QString::number(kPrevious));
+  QPushButton* to = forward->hasFocus() ? back : forward;
+  to->setFocus(Qt::TabFocusReason);
+  to->setDefault(true);
+  return true;
+}
+
+void Consultation::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) {
+    close();
+    return;
+  }
+  QDialog::keyPressEvent(event);
+}
+
+}  // namespace carnetel::desktop

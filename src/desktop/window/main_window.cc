@@ -1,0 +1,179 @@
+#include "desktop/window/main_window.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMenuBar>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "base/string_table.h"
+#include "desktop/controls/focus_reason.h"
+#include "desktop/controls/wait_cursor.h"
+
+namespace carnetel::desktop {
+
+MainWindow::MainWindow(Session& session, BusyState& busy, int list_capacity)
+    : session_(session), busy_(busy), logic_(session, *this, list_capacity) {
+  setObjectName(QStringLiteral("100"));
+  BuildMenus();
+  auto* central = new QWidget;
+  auto* layout = new QVBoxLayout(central);
+  layout->setContentsMargins(9, 6, 9, 6);
+  layout->setSpacing(0);
+  layout->addWidget(BuildTop());
+  layout->addSpacing(6);
+  tabs_ = new LetterTabs;
+  tabs_->SetJoinedFrame(true);
+  layout->addWidget(tabs_);
+  layout->addWidget(BuildBody(), 1);
+  layout->addSpacing(6);
+  status_ = new QLabel;
+  status_->setObjectName(QString::number(kControlStatus));
+  status_->setAccessibleName(QStringLiteral("État"));
+  status_->setTextFormat(Qt::PlainText);
+  layout->addWidget(status_);
+  setCentralWidget(central);
+  this->layout()->setSizeConstraint(QLayout::SetFixedSize);
+  setWindowFlag(Qt::WindowMaximizeButtonHint, false);
+  tip_ = new BubbleTip(this);
+  tip_->SetAllowed(session.settings().balloons);
+  SetTabOrders();
+  ConnectList();
+  ConnectForm();
+  connect(qApp, &QApplication::focusChanged, this,
+          [this](QWidget*, QWidget* to) { FocusMoved(to); });
+  qApp->installEventFilter(this);
+}
+
+MainWindow::~MainWindow() {
+  qApp->removeEventFilter(this);
+}
+
+void MainWindow::ConnectList() {
+  connect(list_, &CardListView::currentRowChanged, this,
+          [this](int row) { logic_.list().SetCurrentRow(row); });
+  connect(list_, &CardListView::rowClicked, this, [this](int row, Qt::KeyboardModifiers keys) {
+    logic_.list().ForgetTypedLetter();
+    if ((keys & Qt::ControlModifier) != 0) logic_.list().ToggleMark(row);
+  });
+  connect(list_, &CardListView::markAndStep, this,
+          [this](int step) { logic_.list().ToggleAndMove(step); });
+  connect(list_, &CardListView::spanMoved, this,
+          [this](int from, int to) { logic_.list().ToggleSpan(from, to); });
+  connect(list_, &CardListView::letterTyped, this,
+          [this](char letter) { logic_.JumpToLetter(letter); });
+  connect(list_, &CardListView::focusEntered, this, [this](Qt::FocusReason reason) {
+    if (IsUserFocusChange(reason)) logic_.form().ListEntered();
+  });
+  connect(tabs_, &LetterTabs::tabSelected, this, [this](int tab) {
+    logic_.list().SetTopRow(list_->TopRow());
+    if (!logic_.ApplyLetterTab(tab)) return;
+  });
+  tabs_->SetMayLeave(
+      [this] { return logic_.form().mode() != FormMode::kChanged || logic_.form().LeaveForm(); });
+}
+
+void MainWindow::ConnectForm() {
+  connect(panel_, &CardPanel::fieldEdited, this,
+          [this](int control, int row) { logic_.form().FieldChanged(control, row); });
+  connect(panel_, &CardPanel::fieldEntered, this,
+          [this](int control) { logic_.form().FieldEntered(control); });
+  connect(panel_, &CardPanel::confirmed, this, [this] { logic_.Dispatch(kCommandConfirm); });
+  connect(groups_, &PickerCombo::focusEntered, this, [this](Qt::FocusReason reason) {
+    if (!IsUserFocusChange(reason)) return;
+    QTimer::singleShot(0, this, [this] {
+      if (logic_.form().mode() == FormMode::kChanged) (void)logic_.form().LeaveForm();
+    });
+  });
+}
+
+void MainWindow::Start() {
+  panel_->SetKeyField(session_.settings().key_field);
+  logic_.Start();
+  if (logic_.list().not_loaded_count() > 0) {
+    QTimer::singleShot(0, this, [this] { logic_.TellNotLoaded(); });
+  }
+}
+
+bool MainWindow::Quit() {
+  if (busy_.IsBusy()) {
+    connect(&busy_, &BusyState::becameIdle, this, &QWidget::close,
+            static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+    return false;
+  }
+  logic_.list().SetTopRow(list_->TopRow());
+  return logic_.RequestQuit();
+}
+
+void MainWindow::QuitUnasked() {
+  if (busy_.IsBusy()) {
+    connect(&busy_, &BusyState::becameIdle, this, &MainWindow::QuitUnasked,
+            static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+    return;
+  }
+  logic_.list().SetTopRow(list_->TopRow());
+  logic_.QuitUnasked();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  if (ended_ || Quit()) {
+    event->accept();
+  } else {
+    event->ignore();
+  }
+}
+
+void MainWindow::EndWindow() {
+  ended_ = true;
+  if (consultation_ != nullptr) consultation_->close();
+  hide();
+  Q_EMIT ended();
+}
+
+int MainWindow::FocusedControl() const {
+  const QWidget* focus = focusWidget();
+  while (focus != nullptr && focus != this) {
+    bool is_number = false;
+    const int id = focus->objectName().toInt(&is_number);
+    if (is_number) return id;
+    focus = focus->parentWidget();
+  }
+  return kControlList;
+}
+
+void MainWindow::FocusMoved(QWidget* to) {
+  if (to == nullptr || to->window() != this) return;
+  logic_.ShowStatusOf(FocusedControl());
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress) {
+    auto* widget = qobject_cast<QWidget*>(watched);
+    const bool ours = widget != nullptr && widget->window() == this && widget->hasFocus();
+    if (ours && HandleKey(static_cast<QKeyEvent*>(event))) return true;
+  }
+  return QMainWindow::eventFilter(watched, event);
+}
+
+// Insert, Delete and Escape mean what they mean where the focus is, and nothing elsewhere.
+bool MainWindow::HandleKey(QKeyEvent* event) {
+  const int control = FocusedControl();
+  const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+  const bool on_toolbar = control >= kButtonPrint && control <= kButtonQuit;
+  if (event->key() == Qt::Key_Escape && plain) {
+    logic_.Dispatch(kCommandEscape);
+    return true;
+  }
+  if (event->key() == Qt::Key_Insert && plain && (on_toolbar || control == kControlList)) {
+    logic_.Dispatch(kCommandCreateCard);
+    return true;
+  }
+  if (event->key() == Qt::Key_Delete && plain && control == kControlList) {
+    logic_.Dispatch(kCommandDeleteCard);
+    return true;
+  }
+  return false;
+}
+
+}  // namespace carnetel::desktop

@@ -1,0 +1,202 @@
+// What MainWindowLogic asks of the window.
+#include <QAction>
+#include <QMenu>
+#include <QTimer>
+
+#include "desktop/controls/beeper.h"
+#include "desktop/window/main_window.h"
+
+namespace carnetel::desktop {
+namespace {
+
+QString FromUtf8(const std::string& text) {
+  return QString::fromStdString(text);
+}
+
+QStringList ToList(const std::vector<std::string>& texts) {
+  QStringList list;
+  for (const std::string& text : texts) list.append(FromUtf8(text));
+  return list;
+}
+
+// "&1 path" as a menu shows it: no '&' of the path is a mnemonic, a long path loses its middle.
+QString MenuTextOf(const QString& raw, const QFontMetrics& metrics) {
+  constexpr qsizetype kPrefix = 3;
+  constexpr int kShownCharacters = 60;
+  QString path = metrics.elidedText(raw.mid(kPrefix), Qt::ElideMiddle,
+                                    metrics.averageCharWidth() * kShownCharacters);
+  return raw.left(kPrefix) + path.replace('&', QStringLiteral("&&"));
+}
+
+}  // namespace
+
+void MainWindow::SetFieldText(int control, const std::string& utf8) {
+  panel_->SetFieldText(control, FromUtf8(utf8));
+}
+
+std::string MainWindow::FieldText(int control) const {
+  return panel_->FieldText(control).toStdString();
+}
+
+void MainWindow::SetReferences(const std::array<std::string, kReferenceCount>& utf8) {
+  panel_->SetReferences(ToList({utf8.begin(), utf8.end()}));
+}
+
+std::array<std::string, kReferenceCount> MainWindow::References() {
+  std::array<std::string, kReferenceCount> texts;
+  const QStringList list = panel_->References();
+  for (qsizetype i = 0; i < std::min<qsizetype>(list.size(), kReferenceCount); ++i) {
+    texts[static_cast<size_t>(i)] = list[i].toStdString();
+  }
+  return texts;
+}
+
+void MainWindow::UndoChange(int control) {
+  panel_->UndoChange(control);
+}
+
+void MainWindow::SetEditLook(bool on) {
+  panel_->SetEditLook(on);
+}
+
+void MainWindow::SetZone(FormZone zone) {
+  panel_->SetZone(zone);
+}
+
+void MainWindow::SetButton(int button, bool enabled) {
+  if (BubbleButton* widget = buttons_.value(button)) widget->SetActive(enabled);
+}
+
+void MainWindow::SetCancelFace(bool cancel) {
+  BubbleButton* button = buttons_[kButtonCreateOrCancel];
+  button->SetFace(cancel ? Face::kCancelCard : Face::kNewCard);
+  const QString caption = QString::fromUtf8(LoadText(cancel ? 246 : 247));
+  button->setText(caption);
+  button->setAccessibleName(caption);
+}
+
+void MainWindow::FocusControl(int control) {
+  if (QWidget* widget = panel_->Control(control)) widget->setFocus(Qt::OtherFocusReason);
+}
+
+void MainWindow::FocusList() {
+  list_->setFocus(Qt::OtherFocusReason);
+}
+
+void MainWindow::Beep() {
+  SystemBeep();
+}
+
+void MainWindow::PostCommand(int command) {
+  QTimer::singleShot(0, this, [this, command] { logic_.Dispatch(command); });
+}
+
+void MainWindow::PostLeaveQuestion() {
+  QTimer::singleShot(0, this, [this] {
+    list_->SetFrozen(true);
+    logic_.form().LeaveQuestion();
+    list_->SetFrozen(false);
+  });
+}
+
+void MainWindow::SetTitle(const std::string& utf8) {
+  setWindowTitle(FromUtf8(utf8));
+}
+
+void MainWindow::SetPosition(const std::string& utf8) {
+  position_->setText(FromUtf8(utf8));
+}
+
+void MainWindow::SetMarked(int32_t count) {
+  marked_->setText(QString::number(count));
+}
+
+void MainWindow::SetStatus(const std::string& utf8) {
+  status_->setText(FromUtf8(utf8));
+}
+
+void MainWindow::SetRecents(const std::vector<std::string>& texts) {
+  for (QAction* action : recent_actions_) delete action;
+  recent_actions_.clear();
+  int command = kCommandRecent1;
+  for (const std::string& text : texts) {
+    QAction* action = file_menu_->addAction(MenuTextOf(FromUtf8(text), fontMetrics()));
+    action->setData(FromUtf8(text));
+    action->setObjectName(QString::number(command));
+    connect(action, &QAction::triggered, this, [this, command] { logic_.Dispatch(command); });
+    recent_actions_.append(action);
+    ++command;
+  }
+}
+
+void MainWindow::SetGroups(const std::vector<std::string>& names, int current) {
+  groups_->SetRows(ToList(names), current);
+}
+
+void MainWindow::SetSets(const std::vector<std::string>& names, int current) {
+  sets_->SetRows(ToList(names), current);
+}
+
+void MainWindow::ShowTab(int tab) {
+  tabs_->Select(tab, false);
+}
+
+void MainWindow::ListRefilled() {
+  list_->Reload();
+  list_->SetCurrentRow(logic_.list().current_row());
+}
+
+void MainWindow::ShowCurrentRow() {
+  list_->SetCurrentRow(logic_.list().current_row());
+}
+
+void MainWindow::RepaintRow(int row) {
+  list_->ReloadRow(row);
+}
+
+void MainWindow::OpenConsultation() {
+  if (consultation_ != nullptr) return;
+  consultation_ = new Consultation(this);
+  connect(consultation_, &Consultation::stepped, this, [this](int step) {
+    const int row = logic_.NextMarkedRow(logic_.list().current_row(), step);
+    if (row >= 0) logic_.list().SetCurrentRow(row);
+  });
+  connect(consultation_, &QObject::destroyed, this, [this] {
+    if (!ended_) FocusList();
+  });
+  const int first = logic_.NextMarkedRow(-1, 1);
+  logic_.list().SetCurrentRow(first >= 0 ? first : logic_.list().row_count() - 1);
+  UpdateConsultation();
+  consultation_->show();
+}
+
+void MainWindow::UpdateConsultation() {
+  if (consultation_ == nullptr) return;
+  CardPanel& shown = consultation_->panel();
+  for (const FormField& row : kFormFields) {
+    shown.SetFieldText(row.control, panel_->FieldText(row.control));
+  }
+  shown.SetReferences(panel_->References());
+}
+
+int MainWindow::RowCount() {
+  return logic_.list().row_count();
+}
+
+QString MainWindow::Label(int row) {
+  return FromUtf8(logic_.list().Label(row));
+}
+
+bool MainWindow::IsMarked(int row) {
+  return logic_.list().IsMarked(row);
+}
+
+bool MainWindow::IsFlagged(int row) {
+  return logic_.list().IsMember(row);
+}
+
+bool MainWindow::ShowsFlagColumn() {
+  return logic_.list().displayed_group().whole_file;
+}
+
+}  // namespace carnetel::desktop
