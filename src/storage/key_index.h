@@ -97,6 +97,10 @@ class KeyIndex {
   // The first page behind the chain of a letter, or the chain's empty page.
   [[nodiscard]] size_t EndOfChain(unsigned char letter, size_t from) const;
   [[nodiscard]] size_t FirstPageNotBelow(unsigned char letter) const;
+  // The first page, from the one of number `from` on, that `holds` is true of, as it is then of all
+  // behind it; the end of the file when there is none.
+  template <class Predicate>
+  [[nodiscard]] size_t FirstPageThat(Predicate holds, size_t from) const;
   [[nodiscard]] bool IsInOrder() const;
   // Pages are never given back: a file of fewer than a new one's, or of parts of one, was cut
   // short.
