@@ -33,10 +33,13 @@ int Render(const QString& directory, const QString& picture) {
   if (!session.OpenAtStart(&fell_back) || fell_back) return 1;
   MainWindow window(session, busy, static_cast<int>(kMaxCards));
   window.Start();
+  const int row = window.logic().list().current_row();
   window.logic().list().SetCurrentRow(kRowInPicture);
   window.show();
   QApplication::processEvents();
   const bool saved = window.grab().save(picture);
+  // The directory keeps the row that its user left it on.
+  window.logic().list().SetCurrentRow(row);
   window.Quit();
   if (!saved) std::cerr << "Image non écrite : " << picture.toStdString() << '\n';
   return saved ? 0 : 1;

@@ -1,4 +1,5 @@
 // Which commands and buttons are alive in each state of the main window, and what button 1008 is.
+#include "storage/card_dispatch.h"
 #include "tests/shell/window_fixture.h"
 
 namespace carnetel {
@@ -70,6 +71,17 @@ TEST_F(Matrix, Cards) {
   StartWithCards();
   EXPECT_FALSE(window().menu_state().group_displayed);
   Expect({kGreyWithoutMarksNorChange, {1000, 1001, 1002, 1003, 1004, 1007, 1008, 1009}, kCreate});
+}
+
+// The window on screen gets its focus late: a refill alone must set the buttons.
+TEST_F(Matrix, FirstCardCameWithARefill) {
+  Start();
+  session->directory()->context().current = CardWith({{kSte1, "ALPHA"}});
+  uint32_t position = 0;
+  ASSERT_EQ(CardDispatch(*session->directory()).Add(false, &position), 0);
+  window().list().ListRefill();
+  EXPECT_TRUE(view.IsEnabled(kButtonSaveNew));
+  EXPECT_FALSE(view.IsEnabled(kButtonSaveChange));
 }
 
 TEST_F(Matrix, Marks) {
