@@ -1,13 +1,15 @@
 #!/bin/bash
-# Sets up, builds Carnetel and shows it at work on a sample directory, which is made in the user's
-# data folder the first time and never touched again.
+# Sets up, builds Carnetel and starts it on a sample directory, which is made in the user's data
+# folder the first time and never touched again. Without a display it shows the sample through the
+# terminal tool and draws the main window into a picture.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 . scripts/build.sh
 
 scripts/setup.sh
-build release carnetel-cli
+build release carnetel-cli carnetel carnetel-render
 cli=$PWD/build/release/src/cli/carnetel-cli
+window=$PWD/build/release/src/desktop/carnetel
 
 data=${CARNETEL_HOME:-${XDG_DATA_HOME:-${HOME:?}/.local/share}/carnetel}
 mkdir -p "$data"
@@ -41,6 +43,13 @@ if [ -z "$(find "$data" -maxdepth 1 -iname 'EXEMPLE.DAN')" ]; then
   make_sample
 fi
 
+if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+  echo "Carnetel s'ouvre sur $data/EXEMPLE.DAN"
+  exec "$window" /X "$data/EXEMPLE.DAN"
+fi
+
+echo "Pas d'écran ici : voici l'exemple par l'outil carnetel-cli, et la fenêtre en image."
+
 # show TITLE ARGUMENT...: one command of the tool on the sample, under its title.
 show() {
   echo
@@ -55,9 +64,14 @@ head -n 12 <<<"$letter"
 row=$(awk 'NR > 2 && match($0, /[0-9]+/) { print substr($0, RSTART, RLENGTH); exit }' <<<"$letter")
 show "Une fiche entière" show "${row:-1}"
 
+picture=$PWD/build/carnetel.png
+QT_QPA_PLATFORM=offscreen "$window-render" "$data/EXEMPLE" "$picture" 2>/dev/null
+echo
+echo "La fenêtre principale, en image : $picture"
+
 cat <<TEXTE
 
-Pour continuer (l'outil est en place ; la fenêtre est en cours de réalisation) :
+Pour continuer :
 
   outil() { "$cli" -d "$data/EXEMPLE" "\$@"; }
   outil find Ste1=DU --all                  les sociétés qui commencent par DU

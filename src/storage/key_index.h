@@ -26,6 +26,12 @@ struct IndexUpdate {
   uint32_t previous = 0;
 };
 
+// A slot by the position of its page and its number there.
+struct SlotPlace {
+  size_t page = 0;
+  size_t slot = 0;
+};
+
 class KeyIndex {
  public:
   // `path` is where the index lies or is to lie; nothing is opened yet.
@@ -51,6 +57,9 @@ class KeyIndex {
   [[nodiscard]] IndexSlot SlotAt(size_t page, size_t slot) const {
     return IndexSlot::Load(image_.At(SlotPosition(page, slot), kIndexSlotSize));
   }
+  // The first slot whose key is not below `key`, among those of its letter; in an index that is not
+  // in order, where the search for the letter starts. `key` is a filed key.
+  [[nodiscard]] SlotPlace LowerBound(const IndexKey& key) const;
   // True when a whole page lies at this position.
   [[nodiscard]] bool HasPage(size_t page) const {
     return page % kIndexPageSize == 0 && page + kIndexPageSize <= image_.size();

@@ -58,6 +58,13 @@ KeyIndex::Place KeyIndex::FindByHalves(const IndexKey& key, IndexMode mode) cons
   return PlaceInChain(key, chain, used, mode);
 }
 
+SlotPlace KeyIndex::LowerBound(const IndexKey& key) const {
+  const SlotPlace start{FirstPage(static_cast<unsigned char>(key[0])), 0};
+  if (!in_order_) return start;
+  const Place place = FindByHalves(key, IndexMode::kRepoint);
+  return place.result == -1 ? start : SlotPlace{place.page, place.slot};
+}
+
 // `used` slots from the start of the chain are filled, with ascending keys.
 KeyIndex::Place KeyIndex::PlaceInChain(const IndexKey& key, size_t chain, size_t used,
                                        IndexMode mode) const {

@@ -41,29 +41,25 @@ class SessionTest : public WindowFixture {
 
 TEST_F(SessionTest, WritesTheDefaultsOfFiveSettingsBack) {
   StartSession();
-  const std::vector<std::byte> content = memory.Contents("/profile.ini");
-  EXPECT_EQ(AsChars(content),
+  EXPECT_EQ(AsChars(memory.Contents("/profile.ini")),
             "[PhoneBook-DROV]\nIdindex=0\nShowRefCor=1\nStyleAffList=1\nStyleAffSte=0\n"
             "DebutSaisie=0\n");
 }
 
 TEST_F(SessionTest, KeepsTheSettingsOfTheProfile) {
-  for (const auto& [key, text] :
-       {std::pair{"Idindex", "10"}, std::pair{"ShowRefCor", "0"}, std::pair{"StyleAffList", "3"},
-        std::pair{"StyleAffSte", "2"}, std::pair{"DebutSaisie", "1"}}) {
-    SetProfile(key, text);
-  }
+  const std::vector<std::pair<std::string, std::string>> stored = {{"Idindex", "10"},
+                                                                   {"ShowRefCor", "0"},
+                                                                   {"StyleAffList", "3"},
+                                                                   {"StyleAffSte", "2"},
+                                                                   {"DebutSaisie", "1"}};
+  for (const auto& [key, text] : stored) SetProfile(key, text);
   StartSession();
   EXPECT_EQ(session->settings().key_field, kNom);
   EXPECT_FALSE(session->settings().shows_references);
   EXPECT_EQ(session->settings().style_aff_list, 3);
   EXPECT_EQ(session->settings().style_aff_ste, 2);
   EXPECT_TRUE(session->settings().starts_at_first);
-  EXPECT_EQ(Profile("Idindex"), "10");
-  EXPECT_EQ(Profile("ShowRefCor"), "0");
-  EXPECT_EQ(Profile("StyleAffList"), "3");
-  EXPECT_EQ(Profile("StyleAffSte"), "2");
-  EXPECT_EQ(Profile("DebutSaisie"), "1");
+  for (const auto& [key, text] : stored) EXPECT_EQ(Profile(key), text);
 }
 
 TEST_F(SessionTest, DirectOpeningReadsDefaultsAndWritesNothing) {
@@ -244,8 +240,9 @@ TEST_F(SessionTest, AMainWindowFallsBackOnNumberedNames) {
   EXPECT_EQ(session->current_path(), home + "CARN002");
   EXPECT_TRUE(memory.Exists(home + "CARN002.DAN"));
   EXPECT_EQ(messages.TakeShown(), Shown());
-  EXPECT_EQ(memory.Contents(home + "CARNETEL.DAN").size(), 12u);
-  EXPECT_EQ(memory.Contents(home + "CARN001.DAN").size(), 12u);
+  for (const char* name : {"CARNETEL.DAN", "CARN001.DAN"}) {
+    EXPECT_EQ(memory.Contents(home + name).size(), 12u) << name;
+  }
 }
 
 TEST_F(SessionTest, TheNumberedNamesLieBesideTheDirectoryThatFailed) {
@@ -307,6 +304,8 @@ TEST_F(SessionTest, TheListRestoresItsRowsUnlessAnOpeningWasToldToFail) {
   StartSession();
   EXPECT_FALSE(session->OpenDirectoryChecked(home + "bad", false));
   EXPECT_FALSE(session->TakeListPositionRestore());
+  EXPECT_FALSE(session->OpenDirectoryChecked(home + "bad", true));
+  EXPECT_TRUE(session->TakeListPositionRestore());
   EXPECT_TRUE(session->OpenDirectoryChecked(home + "good", false));
   EXPECT_TRUE(session->TakeListPositionRestore());
   EXPECT_FALSE(session->TakeListPositionRestore());

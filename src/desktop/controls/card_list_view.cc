@@ -24,16 +24,27 @@ constexpr int kUsualRows = 18;
 // Rows kept beyond those in view before the store of rows is emptied.
 constexpr int kSpareRows = 200;
 
-const QColor kSelectedBackground(Qt::black);
-const QColor kSelectedText(Qt::white);
+// The selected row is white on black; where the list is dark, in the desktop's own colours.
+struct SelectedColours {
+  QColor background;
+  QColor text;
+};
+
+SelectedColours SelectedOn(const QPalette& palette) {
+  if (palette.color(QPalette::Base).lightness() < 128) {
+    return {palette.color(QPalette::Active, QPalette::Highlight),
+            palette.color(QPalette::Active, QPalette::HighlightedText)};
+  }
+  return {Qt::black, Qt::white};
+}
 
 bool HasMarkModifier(const QKeyEvent& event) {
   return event.modifiers() & (Qt::ControlModifier | Qt::ShiftModifier);
 }
 
-FaceTones SelectedTones() {
-  return {kSelectedText,    kSelectedText, kSelectedText,
-          QColor(0xffb04a), kSelectedText, kSelectedBackground};
+FaceTones SelectedTones(const SelectedColours& colours) {
+  const QColor accent(0xffb04a);
+  return {colours.text, colours.text, colours.text, accent, colours.text, colours.background};
 }
 
 }  // namespace
@@ -171,10 +182,11 @@ const CardListView::Pictures& CardListView::PicturesToPaint() {
     QPalette on_list = palette();
     on_list.setColor(QPalette::Active, QPalette::Button, palette().color(QPalette::Base));
     const FaceTones rest = TonesFor(on_list, true);
+    const FaceTones selected = SelectedTones(SelectedOn(palette()));
     pictures_.mark[0] = PaintFace(Face::kListMark, size, pixel_ratio, rest);
-    pictures_.mark[1] = PaintFace(Face::kListMark, size, pixel_ratio, SelectedTones());
+    pictures_.mark[1] = PaintFace(Face::kListMark, size, pixel_ratio, selected);
     pictures_.flag[0] = PaintFace(Face::kListFlag, size, pixel_ratio, rest);
-    pictures_.flag[1] = PaintFace(Face::kListFlag, size, pixel_ratio, SelectedTones());
+    pictures_.flag[1] = PaintFace(Face::kListFlag, size, pixel_ratio, selected);
   }
   return pictures_;
 }
@@ -199,7 +211,8 @@ void CardListView::PaintRow(QPainter& painter, int row) {
   const Pictures& pictures = PicturesToPaint();
   const QRect box = RowRect(row);
   const bool selected = row == current_ && !selection_hidden_;
-  if (selected) painter.fillRect(box, kSelectedBackground);
+  const SelectedColours colours = SelectedOn(palette());
+  if (selected) painter.fillRect(box, colours.background);
   int left = 0;
   const auto paint_picture = [&](const QPixmap& picture) {
     const int top =
@@ -212,8 +225,7 @@ void CardListView::PaintRow(QPainter& painter, int row) {
   }
   if (shown.marked) paint_picture(pictures.mark[selected ? 1 : 0]);
   left += PictureWidth();
-  painter.setPen(selected ? kSelectedText
-                          : InkFor(palette().color(QPalette::Base), palette()).blue);
+  painter.setPen(selected ? colours.text : InkFor(palette().color(QPalette::Base), palette()).blue);
   PaintLabel(painter, box, shown.label, left);
 }
 

@@ -5,6 +5,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "base/dialog_template.h"
+
 namespace carnetel::desktop {
 namespace {
 
@@ -21,7 +23,8 @@ QPushButton* MakeButton(int id, const QString& text, QWidget* parent) {
 
 Consultation::Consultation(QWidget* parent) : QDialog(parent) {
   setObjectName(QStringLiteral("126"));
-  setWindowTitle(QStringLiteral("Consultation"));
+  const std::string_view title = DialogTitle(126);
+  setWindowTitle(QString::fromUtf8(title.data(), static_cast<qsizetype>(title.size())));
   setAttribute(Qt::WA_DeleteOnClose);
   auto* layout = new QVBoxLayout(this);
   panel_ = new CardPanel(CardPanel::Kind::kConsultation, this);

@@ -76,7 +76,9 @@ void MainWindow::SetCancelFace(bool cancel) {
 }
 
 void MainWindow::FocusControl(int control) {
-  if (QWidget* widget = panel_->Control(control)) widget->setFocus(Qt::OtherFocusReason);
+  const bool tab = control >= kTabAll && control <= kTabZ;
+  QWidget* widget = tab ? tabs_->Tab(control) : panel_->Control(control);
+  if (widget != nullptr) widget->setFocus(Qt::OtherFocusReason);
 }
 
 void MainWindow::FocusList() {

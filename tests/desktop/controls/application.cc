@@ -1,11 +1,11 @@
-// One application object for the whole test program, on no screen unless the caller names one.
+// One application object for the whole test program. It runs without a screen, so that no pointer
+// and no window manager of the machine meddles; CARNETEL_TEST_PLATFORM=xcb puts it on one, for
+// looking at the gallery.
 #include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QFont>
 #include <memory>
-
-#include "desktop/controls/faces.h"
 
 namespace carnetel::desktop {
 namespace {
@@ -13,7 +13,8 @@ namespace {
 class ApplicationEnvironment : public testing::Environment {
  public:
   void SetUp() override {
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QByteArray platform = qgetenv("CARNETEL_TEST_PLATFORM");
+    qputenv("QT_QPA_PLATFORM", platform.isEmpty() ? QByteArray("offscreen") : platform);
     QApplication::setStyle(QStringLiteral("Fusion"));
     application_ = std::make_unique<QApplication>(argument_count_, arguments_);
     QApplication::setQuitOnLastWindowClosed(false);

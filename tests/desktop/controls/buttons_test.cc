@@ -9,6 +9,7 @@
 #include "desktop/controls/bubble_button.h"
 #include "desktop/controls/bubble_tip.h"
 #include "desktop/controls/button_row.h"
+#include "tests/desktop/controls/painted_image.h"
 
 namespace carnetel::desktop {
 namespace {
@@ -133,9 +134,9 @@ TEST_F(ButtonsTest, ArrowsSkipButtonsThatAreOffAndStopAtTheEnds) {
 }
 
 TEST_F(ButtonsTest, APressedFaceIsShifted) {
-  const QImage rest = buttons_[0]->grab().toImage();
+  const QImage rest = PaintedImage(*buttons_[0]);
   buttons_[0]->setDown(true);
-  const QImage pressed = buttons_[0]->grab().toImage();
+  const QImage pressed = PaintedImage(*buttons_[0]);
   // The darkest column of the drawing, its left stroke, one pixel further right.
   const auto darkest_column = [](const QImage& image) {
     int best = 0;
@@ -156,6 +157,8 @@ TEST_F(ButtonsTest, APressedFaceIsShifted) {
 class TipTest : public ButtonsTest {
  protected:
   void SetUp() override {
+    // Away from where the window comes up: a real pointer would enter its buttons.
+    QCursor::setPos(window_.screen()->geometry().bottomRight());
     ButtonsTest::SetUp();
     window_.move(50, 50);
     QCoreApplication::processEvents();
@@ -216,6 +219,7 @@ TEST_F(TipTest, MovingToAnotherButtonStartsAnew) {
 }
 
 TEST_F(TipTest, CanBeShownAtOnceWhileTheCountRuns) {
+  MouseTo(before_);
   tip_.ShowNow();
   EXPECT_EQ(tip_.Visible(), nullptr);
   MouseTo(buttons_[0]);

@@ -10,6 +10,7 @@
 #include <set>
 
 #include "desktop/controls/letter_key.h"
+#include "tests/desktop/controls/painted_image.h"
 
 namespace carnetel::desktop {
 namespace {
@@ -233,7 +234,7 @@ TEST_F(CardListTest, PaintingIsToldAfterwardsAndOnce) {
 
 // Left edge of the first pixel of a row that is not its background.
 int FirstInk(CardListView& list, int row) {
-  const QImage image = list.viewport()->grab().toImage();
+  const QImage image = PaintedImage(*list.viewport());
   const QRect box = list.RowRect(row);
   const QRgb background = image.pixel(box.right(), box.center().y());
   for (int x = 0; x < box.width(); ++x) {
@@ -262,8 +263,8 @@ TEST_F(CardListTest, AMarkStandsLeftOfTheText) {
 
 TEST_F(CardListTest, TheCurrentRowIsWhiteOnBlackUnlessClickedWithCtrl) {
   const auto background = [this](int row) {
-    return list_->viewport()->grab().toImage().pixel(list_->RowRect(row).right(),
-                                                     list_->RowRect(row).center().y());
+    return PaintedImage(*list_->viewport())
+        .pixel(list_->RowRect(row).right(), list_->RowRect(row).center().y());
   };
   list_->SetCurrentRow(2);
   EXPECT_EQ(background(2), qRgb(0, 0, 0));

@@ -11,6 +11,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include "tests/desktop/controls/painted_image.h"
+
 namespace carnetel::desktop {
 namespace {
 
@@ -248,7 +250,7 @@ TEST_F(FilteredEditTest, RunsArePaintedInverted) {
   edit_.setCursorPosition(0);
   edit_.clearFocus();
   edit_.runs = {{2, 3}};
-  const QImage image = edit_.grab().toImage();
+  const QImage image = PaintedImage(edit_);
   EXPECT_FALSE(IsInverted(edit_, image, 0, 2));
   EXPECT_TRUE(IsInverted(edit_, image, 2, 5));
   EXPECT_FALSE(IsInverted(edit_, image, 5, 8));

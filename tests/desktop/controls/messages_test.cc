@@ -13,6 +13,7 @@
 #include "desktop/controls/wait_cursor.h"
 #include "desktop/controls/window_messages.h"
 #include "desktop/controls/window_progress.h"
+#include "tests/desktop/controls/painted_image.h"
 
 namespace carnetel::desktop {
 namespace {
@@ -182,7 +183,7 @@ TEST_F(WindowProgressTest, IsBusyFromOpenToClose) {
 QImage PaintGauge(const ProgressCounter& counter) {
   ProgressGauge gauge(counter);
   gauge.resize(100, 22);
-  return gauge.grab().toImage();
+  return PaintedImage(gauge);
 }
 
 TEST(ProgressGauge, IsBlueThenGrey) {

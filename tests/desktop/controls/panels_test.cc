@@ -5,6 +5,7 @@
 
 #include "desktop/controls/nice_frame.h"
 #include "desktop/controls/panel_colours.h"
+#include "tests/desktop/controls/painted_image.h"
 
 namespace carnetel::desktop {
 namespace {
@@ -88,7 +89,7 @@ QImage Painted(NiceFrame::Kind kind) {
   NiceFrame frame(2000, kind);
   frame.setPalette(kLight);
   frame.resize(20, 20);
-  return frame.grab().toImage();
+  return PaintedImage(frame);
 }
 
 TEST(NiceFrame, RaisedAndSunkenAreEachOthersReverse) {
