@@ -121,9 +121,10 @@ void AddressFile::SelectRowOfCard(uint32_t card_offset) {
 }
 
 void AddressFile::MarkChanging() {
-  if (file_ == nullptr || header_on_disk_.count() == AddressHeader::kCountWhileChanging) return;
+  if (file_ == nullptr || is_changing()) return;
   header_on_disk_.set_count(AddressHeader::kCountWhileChanging);
   file_->Write(0, header_on_disk_.bytes());
+  file_->Sync();
 }
 
 void AddressFile::Flush() {

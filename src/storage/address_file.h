@@ -82,8 +82,12 @@ class AddressFile {
   // no entry holds changes nothing.
   void SelectRowOfCard(uint32_t card_offset);
 
-  // Puts a count on the disk that no family has, until the next Flush.
+  // Puts a count on the disk that no family has, until the next Flush. It is there when this
+  // returns, before the main file changes: not even a power cut loses it alone.
   void MarkChanging();
+  [[nodiscard]] bool is_changing() const {
+    return header_on_disk_.count() == AddressHeader::kCountWhileChanging;
+  }
   // Entries first, then the header: a file that a crash cut short has a count that tells it.
   void Flush();
   void FlushCounter(uint8_t bit);

@@ -178,7 +178,12 @@ bool Directory::write_failed() const {
 void Directory::Commit() {
   if (in_batch_) return;
   main_.Finish();
-  for (KeyIndex& index : indexes_) index.Flush();
+  for (int number = 1; number <= 2; ++number) {
+    // That a card was added without reaching the active index shows at the next opening. All else
+    // has to be on the disk before the address file tells that the family agrees.
+    const bool shows = number == active_index_number() && !address_.is_changing();
+    index(number).Flush(shows ? KeyIndex::FlushTo::kFile : KeyIndex::FlushTo::kDisk);
+  }
   address_.Flush();
 }
 

@@ -54,8 +54,10 @@ bool KeyIndex::CreateEmpty() {
   return true;
 }
 
-void KeyIndex::Flush() {
-  if (file_ != nullptr) image_.Flush(*file_);
+void KeyIndex::Flush(FlushTo to) {
+  if (file_ == nullptr || !image_.dirty()) return;
+  image_.Flush(*file_);
+  if (to == FlushTo::kDisk) file_->Sync();
 }
 
 void KeyIndex::StoreSlot(size_t page, size_t slot, const IndexSlot& entry) {

@@ -76,8 +76,9 @@ class KeyIndex {
     }
   }
 
-  // Brings the file to what the image holds.
-  void Flush();
+  enum class FlushTo { kFile, kDisk };
+  // Brings the file to what the image holds; with kDisk that is on the disk when this returns.
+  void Flush(FlushTo to = FlushTo::kFile);
   [[nodiscard]] bool write_failed() const { return file_ != nullptr && file_->write_failed(); }
 
  private:
