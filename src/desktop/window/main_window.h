@@ -8,6 +8,7 @@
 #include <QMap>
 #include <QPointer>
 
+#include "desktop/controls/beeper.h"
 #include "desktop/controls/bubble_button.h"
 #include "desktop/controls/bubble_tip.h"
 #include "desktop/controls/busy_state.h"
@@ -36,6 +37,8 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   bool Quit();
   // The same without the question: what was typed and not saved is lost.
   void QuitUnasked();
+
+  void SetBeeper(Beeper beeper) { beep_ = std::move(beeper); }
 
   MainWindowLogic& logic() { return logic_; }
   // The menu item of a command, null when there is none.
@@ -123,6 +126,7 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   QLabel* status_ = nullptr;
   BubbleTip* tip_ = nullptr;
   QPointer<Consultation> consultation_;
+  Beeper beep_ = SystemBeep;
   bool ended_ = false;
 };
 

@@ -3,7 +3,6 @@
 #include <QMenu>
 #include <QTimer>
 
-#include "desktop/controls/beeper.h"
 #include "desktop/window/main_window.h"
 
 namespace carnetel::desktop {
@@ -84,7 +83,7 @@ void MainWindow::FocusList() {
 }
 
 void MainWindow::Beep() {
-  SystemBeep();
+  beep_();
 }
 
 void MainWindow::PostCommand(int command) {
