@@ -102,9 +102,10 @@ void CardForm::ShowCurrentCard(bool force) {
 }
 
 void CardForm::ListRefilled() {
-  UpdateButtons();
   // An edit under way keeps its text, whatever made the list refill.
   if (mode_ == FormMode::kRest) ShowCurrentCard(true);
+  // Last, as they look at whether the card that is shown has a key.
+  UpdateButtons();
 }
 
 // ---- buttons ----

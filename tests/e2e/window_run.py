@@ -1,7 +1,7 @@
 """One afternoon with the window: the sample directory is browsed, cards are marked, changed, added
 and deleted by real key presses, and what was saved is read back by the terminal tool.
 
-    window_run.py FOLDER_OF_PROGRAM FOLDER_OF_TOOL SAMPLE.csv PICTURES SCALE
+    window_run.py PROGRAM TOOL SAMPLE.csv FOLDER_FOR_PICTURES SCALE
 """
 
 import json
@@ -13,7 +13,7 @@ import tempfile
 
 import virtual_screen
 
-PROGRAM, TOOL, SAMPLE, PICTURES, SCALE = sys.argv[1:6]
+PROGRAM, TOOL, SAMPLE, PICTURES, SCALE = (sys.argv + [""] * 6)[1:6]
 TITLE = "^Carnetel -  "
 
 
@@ -83,6 +83,8 @@ class Afternoon:
         screen.type("3 rue de l'été")
         self.picture("new-card")
         screen.press("Return")
+        screen.type("Echo de la Loire")
+        screen.press("Return")
         self.picture("next-new-card")
         screen.type("Perdue")
         screen.press("Escape")
@@ -95,7 +97,7 @@ class Afternoon:
 
     def delete_a_card(self):
         screen = self.screen
-        screen.press("Home", "Delete")
+        screen.press("e", "Delete")
         screen.window("^Attention$")
         self.picture("delete")
         screen.press("Return")
@@ -143,12 +145,18 @@ class Afternoon:
 
     def check_what_was_saved(self, before):
         after = self.cards()
-        print(len(before), len(after), self.tool("check"), self.tool("info"))
-        for c in after[:3]: print(c)
-        print([c for c in after if c["fields"].get("Ste1","").startswith("Ecole Z")])
-        old = {json.dumps(c["fields"]) for c in before}
-        print([c for c in after if json.dumps(c["fields"]) not in old])
-        print([c["label"] for c in after if c["marked"]])
+        assert len(after) == len(before) + 1, (len(before), len(after))
+        known = {json.dumps(card["fields"]) for card in before}
+        others = [card for card in after if json.dumps(card["fields"]) not in known]
+        assert len(others) == 2, others
+        changed, new = others
+        former = next(card for card in before if card["offset"] == changed["offset"])
+        assert changed["fields"] == {**former["fields"], "Tel1": "01 99 88 77 66"}, changed
+        assert new["fields"] == {"Ste1": "Ecole Zébrée", "Adr1": "3 rue de l'été"}, new
+        assert "01 99 88 77 66" in self.tool("show", str(changed["row"]))
+        marked = [card["row"] for card in after if card["marked"]]
+        assert marked == [1, 2, 4], marked
+        self.tool("check")
 
     def close(self):
         self.screen.close()
@@ -165,4 +173,5 @@ def main():
         shutil.rmtree(folder)
 
 
-main()
+if __name__ == "__main__":
+    main()

@@ -110,6 +110,10 @@ FilteredEdit* CardPanel::AddEdit(int control, const QString& name, int shown_cha
 
 QWidget* CardPanel::AddButtonPlace(int button) {
   auto* place = new QWidget;
+  // The fields stay where they are when a button beside them comes or goes.
+  QSizePolicy policy = place->sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  place->setSizePolicy(policy);
   (new QHBoxLayout(place))->setContentsMargins(0, 0, 0, 0);
   button_places_[button] = place;
   return place;
@@ -180,8 +184,15 @@ QWidget* CardPanel::BuildZone() {
   notes_->setAccessibleName(QStringLiteral("Notes"));
   notes_->setFixedHeight(notes_->fontMetrics().lineSpacing() * kNotesLines + 12);
   notes_->setEnabled(kind_ == Kind::kMain);
-  zone_ = new QStackedWidget;
-  const auto add_page = [this](int label, const QString& text, QWidget* control, int button) {
+  // One at a time where there is a choice, else one below the other.
+  auto* both = new QWidget;
+  auto* rows = new QVBoxLayout(both);
+  rows->setContentsMargins(0, 0, 0, 0);
+  if (kind_ == Kind::kMain) {
+    zone_ = new QStackedWidget;
+    rows->addWidget(zone_);
+  }
+  const auto add_page = [&](int label, const QString& text, QWidget* control, int button) {
     auto* page = new QWidget;
     auto* column = new QVBoxLayout(page);
     column->setContentsMargins(0, 0, 0, 0);
@@ -192,11 +203,15 @@ QWidget* CardPanel::BuildZone() {
     row->addWidget(AddButtonPlace(button), 0, Qt::AlignTop);
     column->addLayout(row);
     column->addStretch();
-    zone_->addWidget(page);
+    if (zone_ != nullptr) {
+      zone_->addWidget(page);
+    } else {
+      rows->insertWidget(0, page);
+    }
   };
   add_page(kLabelNotes, QStringLiteral("Notes"), notes_, kButtonShowReferences);
   add_page(kLabelReferences, QStringLiteral("Références"), references_, kButtonShowNotes);
-  return zone_;
+  return both;
 }
 
 QWidget* CardPanel::BuildPerson() {
@@ -308,6 +323,7 @@ void CardPanel::SetEditLook(bool on) {
 }
 
 void CardPanel::SetZone(FormZone zone) {
+  if (zone_ == nullptr) return;
   zone_->setCurrentIndex(zone == FormZone::kNotes ? 0 : 1);
 }
 

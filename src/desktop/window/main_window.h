@@ -49,6 +49,7 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   void ended();
 
  protected:
+  void showEvent(QShowEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -127,6 +128,8 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   BubbleTip* tip_ = nullptr;
   QPointer<Consultation> consultation_;
   Beeper beep_ = SystemBeep;
+  // The row on top that the files have kept, until the window is shown; then -1.
+  int start_top_row_ = 0;
   bool ended_ = false;
 };
 

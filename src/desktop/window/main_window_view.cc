@@ -74,8 +74,13 @@ void MainWindow::SetCancelFace(bool cancel) {
   button->setAccessibleName(caption);
 }
 
+// Labels stand for the control that they name.
 void MainWindow::FocusControl(int control) {
-  if (QWidget* widget = panel_->Control(control)) widget->setFocus(Qt::OtherFocusReason);
+  QWidget* widget = panel_->Control(control);
+  if (control == kLabelNotes) widget = panel_->Control(kControlNotes);
+  if (control == kLabelReferences) widget = panel_->Control(kControlReferences);
+  if (widget == nullptr) widget = tabs_->Tab(control);
+  if (widget != nullptr) widget->setFocus(Qt::OtherFocusReason);
 }
 
 void MainWindow::FocusList() {
@@ -141,7 +146,9 @@ void MainWindow::ShowTab(int tab) {
 }
 
 void MainWindow::ListRefilled() {
+  const int top = logic_.list().top_row();
   list_->Reload();
+  list_->SetTopRow(top);
   list_->SetCurrentRow(logic_.list().current_row());
 }
 
@@ -161,7 +168,7 @@ void MainWindow::OpenConsultation() {
     if (row >= 0) logic_.list().SetCurrentRow(row);
   });
   connect(consultation_, &QObject::destroyed, this, [this] {
-    if (!ended_) FocusList();
+    if (!ended_ && isVisible()) FocusList();
   });
   const int first = logic_.NextMarkedRow(-1, 1);
   logic_.list().SetCurrentRow(first >= 0 ? first : logic_.list().row_count() - 1);

@@ -1,4 +1,6 @@
 // Deleting, recent directories, ending, and what is alive in each state.
+#include <QApplication>
+#include <QMenuBar>
 #include <csignal>
 
 #include "desktop/window/system_signals.h"
@@ -82,8 +84,10 @@ TEST_F(Commands, DeletingMarkedCardsStopsWhenAsked) {
   EXPECT_EQ(MarkedRows(), (Numbers{0, 1}));
   EXPECT_EQ(Text(183), "2");
   progress.stop_at = 0;
+  Reactivate();
   Answer(MessageButton::kOk);
   Choose(210);
+  Reactivate();
   EXPECT_EQ(SavedCompanies(), Texts{"DELTA"});
   EXPECT_EQ(Focus(), 195);
   EXPECT_FALSE(Button(1005)->IsActive());
@@ -105,7 +109,8 @@ TEST_F(Commands, RecentDirectoriesAfterFourOpens) {
   EXPECT_TRUE(shown.contains("A && B")) << shown.toStdString();
   EXPECT_TRUE(window->findChild<QAction*>("226")->text().contains(QChar(0x2026)));
   Choose(228);
-  Choose(227);
+  EXPECT_EQ(session->current_path(), stems[3]);
+  Choose(226);
   EXPECT_EQ(session->current_path(), stems[0]);
   EXPECT_EQ(window->windowTitle().toStdString(), "Carnetel -  " + stems[0] + ".DAN");
   EXPECT_EQ(Focus(), 655);
@@ -247,6 +252,23 @@ TEST_F(Commands, MenuItemsTellThemselvesInTheStatusLine) {
   EXPECT_EQ(Text(194).toStdString(), LoadText(68));
   Button(1001)->setFocus(Qt::TabFocusReason);
   EXPECT_EQ(Text(194).toStdString(), LoadText(70));
+}
+
+TEST_F(Commands, AMenuOpenedByTheKeyboardTellsItsItem) {
+  BuildCompanies(1);
+  Start();
+  QTest::keyClick(window.get(), Qt::Key_R, Qt::AltModifier);
+  Settle();
+  QWidget* menu = QApplication::activePopupWidget();
+  ASSERT_NE(menu, nullptr);
+  EXPECT_EQ(Text(194).toStdString(), LoadText(70));
+  QTest::keyClick(menu, Qt::Key_Down);
+  EXPECT_EQ(Text(194).toStdString(), LoadText(91));
+  QTest::keyClick(menu, Qt::Key_Escape);
+  QTest::keyClick(window->menuBar(), Qt::Key_Escape);
+  Settle();
+  EXPECT_EQ(Text(194).toStdString(), LoadText(59));
+  EXPECT_EQ(Focus(), 195);
 }
 
 }  // namespace

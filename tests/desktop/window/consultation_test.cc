@@ -67,8 +67,7 @@ TEST_F(Consulting, EscapeClosesAndTheListHasTheFocus) {
   Open();
   Key(Qt::Key_Escape);
   ASSERT_TRUE(QTest::qWaitFor([this] { return Box() == nullptr; }));
-  window->activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+  Reactivate();
   EXPECT_EQ(Focus(), 195);
   Choose(219);
   EXPECT_EQ(Shown(150), "BETA");

@@ -73,6 +73,8 @@ class WindowTest : public ::testing::Test {
   // Number of the control with the focus, 0 for none.
   [[nodiscard]] int Focus();
   void Settle();
+  // What a desktop does when another window of the program has closed.
+  void Reactivate();
 
   void Answer(MessageButton answer) { script.answers.push_back(answer); }
   // What the boxes said since the last call.
@@ -87,6 +89,7 @@ class WindowTest : public ::testing::Test {
   [[nodiscard]] std::vector<SavedCard> Saved(int key_field = kSte1);
   [[nodiscard]] std::vector<std::string> SavedCompanies(int key_field = kSte1);
   [[nodiscard]] std::vector<int> MarkedRows();
+  // What the rows say, without the blank that stands for an empty second part.
   [[nodiscard]] std::vector<std::string> Rows();
 
   [[nodiscard]] std::string DefaultPath() const { return home + "CARNETEL"; }
