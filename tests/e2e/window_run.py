@@ -118,6 +118,12 @@ class Afternoon:
         screen.wait_gone("^Consultation$")
         screen.window(TITLE)
 
+    def look_at_the_notes(self):
+        screen = self.screen
+        screen.press("Down", *["shift+Tab"], "space")
+        self.picture("notes")
+        screen.press("Escape")
+
     def quit(self, program):
         self.screen.press("alt+f")
         self.picture("menu-file")
@@ -137,6 +143,7 @@ class Afternoon:
             self.add_a_card()
             self.delete_a_card()
             self.look_at_the_rest()
+            self.look_at_the_notes()
             self.quit(program)
         finally:
             program.kill()

@@ -14,6 +14,7 @@ namespace {
 
 constexpr int kReferenceTyped = 32;
 constexpr int kNotesLines = 3;
+constexpr int kNotesMargin = 4;
 
 // Label numbers of the form's template.
 constexpr int kLabelPerson = 2015;
@@ -110,10 +111,6 @@ FilteredEdit* CardPanel::AddEdit(int control, const QString& name, int shown_cha
 
 QWidget* CardPanel::AddButtonPlace(int button) {
   auto* place = new QWidget;
-  // The fields stay where they are when a button beside them comes or goes.
-  QSizePolicy policy = place->sizePolicy();
-  policy.setRetainSizeWhenHidden(true);
-  place->setSizePolicy(policy);
   (new QHBoxLayout(place))->setContentsMargins(0, 0, 0, 0);
   button_places_[button] = place;
   return place;
@@ -210,6 +207,9 @@ QWidget* CardPanel::BuildZone() {
     }
   };
   add_page(kLabelNotes, QStringLiteral("Notes"), notes_, kButtonShowReferences);
+  // Beside the first of the lines.
+  labels_[kLabelNotes]->setAlignment(Qt::AlignRight | Qt::AlignTop);
+  labels_[kLabelNotes]->setContentsMargins(0, notes_->frameWidth() + kNotesMargin, 0, 0);
   add_page(kLabelReferences, QStringLiteral("Références"), references_, kButtonShowNotes);
   return both;
 }
@@ -312,14 +312,26 @@ void CardPanel::SetEditLook(bool on) {
   edit_look_ = on;
   if (kind_ == Kind::kMain) {
     person_->setCurrentIndex(on ? 0 : 1);
-    // The buttons of the sibling programs belong to the card at rest.
-    for (const ButtonInfo& button : SiblingButtons()) {
-      if (QWidget* place = button_places_.value(button.id)) place->setVisible(!on);
-    }
+    ShowSiblingPlaces(!on);
   }
   for (FilteredEdit* edit : edits_) edit->SetFlat(!on);
   notes_->SetFlat(!on);
   colours_->SetLook(on ? PanelLook::kEdit : PanelLook::kRest);
+}
+
+// The buttons of the sibling programs belong to the card at rest. Their room stays, so that no
+// field moves; a place whose program is not set up takes none.
+void CardPanel::ShowSiblingPlaces(bool show) {
+  for (const ButtonInfo& info : SiblingButtons()) {
+    QWidget* place = button_places_.value(info.id);
+    if (place == nullptr) continue;
+    const auto* button = place->findChild<QWidget*>(QString::number(info.id));
+    const bool used = button != nullptr && !button->isHidden();
+    QSizePolicy policy = place->sizePolicy();
+    policy.setRetainSizeWhenHidden(used);
+    place->setSizePolicy(policy);
+    place->setVisible(used && show);
+  }
 }
 
 void CardPanel::SetZone(FormZone zone) {

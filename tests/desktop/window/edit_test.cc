@@ -280,6 +280,11 @@ TEST_F(Editing, NothingMovesBetweenTheLooks) {
   EXPECT_FALSE(Control(173)->isVisible());
   EXPECT_TRUE(Control(172)->isVisible());
   EXPECT_EQ(Control(158)->geometry(), field);
+  const auto right_edge = [this](int id) {
+    return Control(id)->mapTo(window.get(), Control(id)->rect().topRight()).x();
+  };
+  EXPECT_EQ(right_edge(159), right_edge(172));
+  EXPECT_EQ(right_edge(161), right_edge(150));
   EXPECT_EQ(window->size(), size);
 }
 
