@@ -30,13 +30,15 @@ class VirtualScreen:
         read_end, write_end = os.pipe()
         self.server = subprocess.Popen(
             ["Xvfb", "-displayfd", str(write_end), "-screen", "0", f"{width}x{height}x24",
-             "-fbdir", folder, "-nolisten", "tcp"],
+             "-fbdir", folder, "-nolisten", "tcp", "-noreset"],
             pass_fds=[write_end], stderr=subprocess.DEVNULL)
         os.close(write_end)
         with os.fdopen(read_end) as numbers:
             number = numbers.readline().strip()
         assert number, "Xvfb does not start"
         self.display = ":" + number
+        # A French keyboard, so that accents are keys and digits need Shift. It comes with Xvfb.
+        subprocess.run(["setxkbmap", "-display", self.display, "fr"], check=True)
         self.frame_buffer = os.path.join(folder, "Xvfb_screen0")
 
     def close(self):

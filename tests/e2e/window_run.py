@@ -60,6 +60,9 @@ class Afternoon:
         self.picture("browsed")
         screen.press("m", "m")
         self.picture("letter-m-twice")
+        # The third key of the top row, without Shift: cards whose name begins with 3.
+        screen.press("quotedbl")
+        self.picture("digit-three")
         screen.press("Home", "space", "space", "Down", "ctrl+Down")
         self.picture("three-marks")
 
