@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "bench/card_generator.h"
+#include "bench/peak_memory.h"
 #include "bench/sqlite_store.h"
 #include "platform/posix_file_system.h"
 #include "storage/card_dispatch.h"

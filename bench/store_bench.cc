@@ -28,6 +28,7 @@ void ImportCarnetel(benchmark::State& state) {
   World world;
   WriteImportFiles(world);
   const TransferProfile profile = TransferProfile::OfNewInstallation();
+  const PeakMemory peak;
   for (auto _ : state) {
     DeleteDirectoryFiles(world.files, world.Path("BENCH.DAN"), {});
     uint32_t cards = 0;
@@ -39,10 +40,12 @@ void ImportCarnetel(benchmark::State& state) {
     }
     if (cards != Cards().size()) state.SkipWithError("cards are missing");
   }
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 void ImportSqlite(benchmark::State& state) {
   World world;
+  const PeakMemory peak;
   for (auto _ : state) {
     world.files.Remove(world.Path("bench.sqlite"));
     SqliteStore store(world.Path("bench.sqlite"));
@@ -53,10 +56,12 @@ void ImportSqlite(benchmark::State& state) {
       store.Execute("COMMIT");
     }
   }
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 void ImportPlain(benchmark::State& state) {
   World world;
+  const PeakMemory peak;
   for (auto _ : state) {
     const auto file = world.files.Open(world.Path("plain"), OpenMode::kCreateOrEmpty);
     constexpr size_t kBlock = 85;
@@ -66,6 +71,7 @@ void ImportPlain(benchmark::State& state) {
     }
     file->Sync();
   }
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 // ---- single adds, each on the disk when it ends ----
@@ -75,6 +81,7 @@ void AddCarnetel(benchmark::State& state) {
   world.Fill({Cards().begin(), Cards().begin() + 16000});
   auto directory = world.Open();
   size_t next = 16000;
+  const PeakMemory peak;
   for (auto _ : state) {
     for (size_t i = 0; i < kSingleOperations; ++i) {
       uint32_t position = 0;
@@ -82,6 +89,7 @@ void AddCarnetel(benchmark::State& state) {
       CardDispatch(*directory).Add(false, &position);
     }
   }
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 void AddSqlite(benchmark::State& state) {
@@ -89,20 +97,24 @@ void AddSqlite(benchmark::State& state) {
   world.FillSqlite({Cards().begin(), Cards().begin() + 16000});
   SqliteStore store(world.Path("bench.sqlite"));
   size_t next = 16000;
+  const PeakMemory peak;
   for (auto _ : state) {
     for (size_t i = 0; i < kSingleOperations; ++i) store.Insert(Cards()[next++]);
   }
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 void AddPlain(benchmark::State& state) {
   World world;
   const auto file = world.files.Open(world.Path("plain"), OpenMode::kCreateOrEmpty);
+  const PeakMemory peak;
   for (auto _ : state) {
     for (size_t i = 0; i < kSingleOperations; ++i) {
       file->Write(file->Size(), Cards()[i].bytes());
       file->Sync();
     }
   }
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 // ---- open and close of a directory in order ----
@@ -110,12 +122,15 @@ void AddPlain(benchmark::State& state) {
 void OpenCarnetel(benchmark::State& state) {
   World world;
   world.Fill(Cards());
+  const PeakMemory peak;
   for (auto _ : state) world.Open()->CloseDirectory();
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 void OpenSqlite(benchmark::State& state) {
   World world;
   world.FillSqlite(Cards());
+  const PeakMemory peak;
   for (auto _ : state) {
     SqliteStore store(world.Path("bench.sqlite"));
     benchmark::DoNotOptimize(
@@ -125,14 +140,17 @@ void OpenSqlite(benchmark::State& state) {
         store.ReadAll("SELECT id, f10 FROM cards INDEXED BY by_name "
                       "WHERE f10 >= ''"));
   }
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 void OpenPlain(benchmark::State& state) {
   World world;
   world.Fill(Cards());
+  const PeakMemory peak;
   for (auto _ : state) {
     benchmark::DoNotOptimize(world.ReadPlainly({"BENCH.I01", "BENCH.I02", "BENCH.ADR"}));
   }
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 // ---- everything derived made anew from the main file ----
@@ -140,25 +158,31 @@ void OpenPlain(benchmark::State& state) {
 void RebuildCarnetel(benchmark::State& state) {
   World world;
   world.Fill(Cards());
+  const PeakMemory peak;
   for (auto _ : state) {
     for (const char* name : {"BENCH.I01", "BENCH.I02", "BENCH.ADR"}) {
       world.files.Remove(world.Path(name));
     }
     world.Open()->CloseDirectory();
   }
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 void RebuildSqlite(benchmark::State& state) {
   World world;
   world.FillSqlite(Cards());
   SqliteStore store(world.Path("bench.sqlite"));
+  const PeakMemory peak;
   for (auto _ : state) store.Execute("REINDEX");
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 void RebuildPlain(benchmark::State& state) {
   World world;
   world.Fill(Cards());
+  const PeakMemory peak;
   for (auto _ : state) benchmark::DoNotOptimize(world.ReadPlainly({"BENCH.DAN"}));
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 // ---- find by key ----
@@ -167,6 +191,7 @@ void FindCarnetel(benchmark::State& state) {
   World world;
   world.Fill(Cards());
   auto directory = world.Open();
+  const PeakMemory peak;
   for (auto _ : state) {
     for (size_t i = 0; i < kFinds; ++i) {
       directory->context().current.Clear();
@@ -177,12 +202,14 @@ void FindCarnetel(benchmark::State& state) {
       }
     }
   }
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 void FindSqlite(benchmark::State& state) {
   World world;
   world.FillSqlite(Cards());
   SqliteStore store(world.Path("bench.sqlite"));
+  const PeakMemory peak;
   for (auto _ : state) {
     for (size_t i = 0; i < kFinds; ++i) {
       if (!store.FindCompany(Cards()[i * 16].FieldText(kSte1).bytes())) {
@@ -190,6 +217,7 @@ void FindSqlite(benchmark::State& state) {
       }
     }
   }
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 void FindPlain(benchmark::State& state) {
@@ -197,11 +225,13 @@ void FindPlain(benchmark::State& state) {
   world.Fill(Cards());
   const auto file = world.files.Open(world.Path("BENCH.DAN"), OpenMode::kRead);
   CardRecord card;
+  const PeakMemory peak;
   for (auto _ : state) {
     for (size_t i = 0; i < kFinds; ++i) {
       benchmark::DoNotOptimize(file->Read(kCardSize * (i * 16 + 1), card.bytes()));
     }
   }
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 // ---- a walk over all cards in key order ----
@@ -210,6 +240,7 @@ void WalkCarnetel(benchmark::State& state) {
   World world;
   world.Fill(Cards());
   auto directory = world.Open();
+  const PeakMemory peak;
   for (auto _ : state) {
     size_t cards = 0;
     uint32_t offset = 0;
@@ -220,16 +251,19 @@ void WalkCarnetel(benchmark::State& state) {
     }
     if (cards != Cards().size()) state.SkipWithError("cards are missing");
   }
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 void WalkSqlite(benchmark::State& state) {
   World world;
   world.FillSqlite(Cards());
   SqliteStore store(world.Path("bench.sqlite"));
+  const PeakMemory peak;
   for (auto _ : state) {
     benchmark::DoNotOptimize(
         store.ReadAll("SELECT * FROM cards INDEXED BY by_company WHERE f0 >= '' ORDER BY f0"));
   }
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 // ---- single deletes, each on the disk when it ends ----
@@ -238,6 +272,7 @@ void DeleteCarnetel(benchmark::State& state) {
   World world;
   world.Fill(Cards());
   auto directory = world.Open();
+  const PeakMemory peak;
   for (auto _ : state) {
     for (size_t i = 0; i < kSingleOperations; ++i) {
       uint32_t moved_from = 0;
@@ -245,6 +280,7 @@ void DeleteCarnetel(benchmark::State& state) {
                  &moved_from);
     }
   }
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 void DeleteSqlite(benchmark::State& state) {
@@ -252,15 +288,18 @@ void DeleteSqlite(benchmark::State& state) {
   world.FillSqlite(Cards());
   SqliteStore store(world.Path("bench.sqlite"));
   int64_t row = 1;
+  const PeakMemory peak;
   for (auto _ : state) {
     for (size_t i = 0; i < kSingleOperations; ++i) store.Delete(row++ * 40);
   }
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 void DeletePlain(benchmark::State& state) {
   World world;
   world.Fill(Cards());
   const auto file = world.files.Open(world.Path("BENCH.DAN"), OpenMode::kReadWrite);
+  const PeakMemory peak;
   for (auto _ : state) {
     for (size_t i = 0; i < kSingleOperations; ++i) {
       file->Write(kCardSize * (i + 1), Cards()[i].bytes());
@@ -268,6 +307,7 @@ void DeletePlain(benchmark::State& state) {
       file->Truncate(file->Size() - kCardSize);
     }
   }
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 #define CARNETEL_BENCH(job, function, iterations) \

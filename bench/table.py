@@ -2,7 +2,8 @@
 """Runs every benchmark case in a process of its own and prints ratios and peak memory.
 
 Usage: table.py BUILD_FOLDER [FILTER]. A case is JOB/WHO; WHO is carnetel, sqlite or plain. The
-ratios are carnetel's time over the other's, from the same run.
+ratios are carnetel's time over the other's, from the same run; MB is the peak of the work itself,
+above what the benchmark held before it.
 """
 
 import json
@@ -15,13 +16,10 @@ import tempfile
 WHO = ("carnetel", "sqlite", "plain")
 
 
-def run_measured(command, **kwargs):
-    """Runs a command; returns (standard output, peak resident memory in MB)."""
-    process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, **kwargs)
-    output = process.stdout.read()
-    _, status, usage = os.wait4(process.pid, 0)
-    process.returncode = os.waitstatus_to_exitcode(status)
-    return output, usage.ru_maxrss / 1024, process.returncode
+def run(command, **kwargs):
+    """Runs a command; returns (standard output, standard error, status)."""
+    done = subprocess.run(command, capture_output=True, check=False, **kwargs)
+    return done.stdout, done.stderr, done.returncode
 
 
 def case_names(binary, wanted):
@@ -31,14 +29,13 @@ def case_names(binary, wanted):
 
 
 def measure(binary, name):
-    output, memory, status = run_measured(
-        [binary, f"--benchmark_filter=^{name}/", "--benchmark_format=json"])
+    output, _, status = run([binary, f"--benchmark_filter=^{name}/", "--benchmark_format=json"])
     if status != 0:
         sys.exit(f"{name}: the benchmark ended with status {status}")
     result = json.loads(output)["benchmarks"][0]
     if result.get("error_occurred"):
         sys.exit(f"{name}: {result['error_message']}")
-    return result["real_time"], memory
+    return result["real_time"], result["peak_mb"]
 
 
 def print_jobs(binaries, wanted):
@@ -69,7 +66,13 @@ def make_import_files(folder):
     return files
 
 
-def print_tool_memory(tool, window):
+def peak_megabytes(peak_of, command, **kwargs):
+    """Peak memory of a command and its status."""
+    _, errors, status = run([peak_of, *command], **kwargs)
+    return int(errors.split()[-1]) / 1024, status
+
+
+def print_tool_memory(peak_of, tool, window):
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
         files = make_import_files(folder)
@@ -78,17 +81,17 @@ def print_tool_memory(tool, window):
         commands = [["create"]]
         commands += [["import", path, "--charset", "ansi"] for path in files]
         commands += [["info"], ["check"], ["list"], ["--json", "list"], ["find", "Ville=a", "--all"], ["show", "1"],
-                     ["add", "Ste1=Mesure"], ["edit", "5", "Tel1=01"], ["delete", "7"], ["mark", "--all"],
+                     ["delete", "7"], ["add", "Ste1=Mesure"], ["edit", "5", "Tel1=01"], ["mark", "--all"],
                      ["export", str(folder / "out.csv")]]
         print("\n| command | peak MB | status |")
         print("|---|---:|---:|")
         for command in commands:
-            _, memory, status = run_measured(base + command, env=environment)
+            memory, status = peak_megabytes(peak_of, base + command, env=environment)
             shown = " ".join(word.replace(name + "/", "") for word in command)
             print(f"| {shown} | {memory:.1f} | {status} |")
         environment["QT_QPA_PLATFORM"] = "offscreen"
-        _, memory, status = run_measured([window, str(folder / "GROS"), str(folder / "window.png")],
-                                         env=environment)
+        memory, status = peak_megabytes(
+            peak_of, [window, str(folder / "GROS"), str(folder / "window.png")], env=environment)
         print(f"| the main window, off screen | {memory:.1f} | {status} |")
 
 
@@ -98,7 +101,7 @@ def main():
     print_jobs([str(build / "bench" / name) for name in ("carnetel_bench", "carnetel_list_bench")], wanted)
     tool = build / "src" / "cli" / "carnetel-cli"
     if not wanted:
-        print_tool_memory(str(tool), str(build / "src" / "desktop" / "carnetel-render"))
+        print_tool_memory(str(build / "bench" / "carnetel_peak_of"), str(tool), str(build / "src" / "desktop" / "carnetel-render"))
 
 
 if __name__ == "__main__":

@@ -12,6 +12,12 @@ namespace carnetel {
 inline constexpr char32_t kNotUtf8 = 0xFFFFFFFF;
 inline constexpr char32_t kReplacementCharacter = 0xFFFD;
 
+// Some editors put it in front of a text.
+inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+inline void DropByteOrderMark(std::string& text) {
+  if (text.starts_with(kByteOrderMark)) text.erase(0, kByteOrderMark.size());
+}
+
 // Takes the first character off `rest`, which must not be empty. Overlong forms, surrogates and cut
 // sequences are kNotUtf8 and take one byte.
 [[nodiscard]] char32_t DecodeUtf8(std::string_view& rest);

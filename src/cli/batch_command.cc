@@ -4,6 +4,7 @@
 #include <ostream>
 #include <sstream>
 
+#include "base/utf8.h"
 #include "cli/cli_session.h"
 #include "cli/commands.h"
 #include "cli/help_text.h"
@@ -13,15 +14,6 @@ namespace carnetel {
 namespace {
 
 constexpr int kNoAccess = 43;
-
-// The content of a script; nothing when it cannot be read.
-std::optional<std::string> ReadScript(FileSystem& files, const std::string& path) {
-  const std::unique_ptr<File> file = files.Open(path, OpenMode::kRead);
-  if (file == nullptr) return std::nullopt;
-  std::string content(file->Size(), '\0');
-  content.resize(file->Read(0, std::as_writable_bytes(std::span(content))));
-  return content;
-}
 
 int RunLine(CliSession& session, const std::string& text) {
   const std::optional<std::vector<std::string>> words = SplitScriptLine(text);
@@ -42,6 +34,7 @@ int RunLines(CliSession& session, std::istream& script, bool keep_going) {
   std::string text;
   for (int number = 1; !session.interrupted() && std::getline(script, text); ++number) {
     session.messages().set_script_line(number);
+    if (number == 1) DropByteOrderMark(text);
     const int result = RunLine(session, text);
     if (result == kDone) continue;
     status = keep_going ? kRefused : result;
@@ -60,7 +53,7 @@ int RunBatch(CliSession& session, const Arguments& arguments) {
     return RunLines(session, session.environment().in, keep_going);
   }
   const std::string& path = arguments.positionals.front();
-  const std::optional<std::string> content = ReadScript(session.files(), path);
+  const std::optional<std::string> content = ReadText(session.files(), path);
   if (!content) return session.Fail(FormatText(kNoAccess, path));
   std::istringstream script(*content);
   return RunLines(session, script, keep_going);

@@ -2,6 +2,7 @@
 
 #include <istream>
 
+#include "base/utf8.h"
 #include "cli/card_arguments.h"
 #include "cli/card_output.h"
 #include "cli/commands.h"
@@ -83,6 +84,7 @@ int AddFromInput(CliSession& session, Directory& directory, bool marked) {
   std::istream& in = session.environment().in;
   std::string line;
   for (int number = 1; !session.interrupted() && std::getline(in, line); ++number) {
+    if (number == 1) DropByteOrderMark(line);
     if (line.find_first_not_of(" \t\r") == std::string::npos) continue;
     const std::string place = "fiche de la ligne " + std::to_string(number);
     const CardInput input = ParseCardLine(line);

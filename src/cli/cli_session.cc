@@ -124,6 +124,7 @@ Directory* CliSession::Create(const OemText& description) {
     Fail(path + " : " + std::string(LoadText(kFileThere)));
     return nullptr;
   }
+  MakeFolders(files(), PathSplit(path).folder);
   directory_ = std::make_unique<Directory>(
       DirectoryServices{files(), environment_.clock, progress_}, OpenOptions(true));
   if (directory_->OpenDirectory() != OpenResult::kCreated) {

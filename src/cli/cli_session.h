@@ -40,7 +40,7 @@ class CliSession {
 
   // The open directory, opened when it is not; null when that is refused (told).
   Directory* Open();
-  // Makes a directory that is not there yet, with this description.
+  // Makes a directory that is not there yet, with this description, and its folder when needed.
   Directory* Create(const OemText& description);
   // Closes the stores, written; the directory stays this run's. False when a write failed (told).
   bool CloseStores();

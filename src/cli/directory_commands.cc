@@ -193,7 +193,7 @@ int RunDestroy(CliSession& session, const Arguments& arguments) {
 Command CreateCommand() {
   return {.name = "create",
           .summary = "Crée le carnetel nommé par --directory",
-          .details = "Refusé quand il existe déjà.",
+          .details = "Refusé quand il existe déjà. Un dossier qui manque est créé.",
           .options = {{"--description", "TEXTE", "description, 41 caractères au plus"},
                       {"--private", "", "carnetel privé de ce poste"}},
           .run = RunCreate};

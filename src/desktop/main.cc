@@ -65,6 +65,7 @@ int Run(int argc, char** argv) {
   const std::string home = HomeFolder(files, environment, ExecutableFolder());
   files.MakeFolder(home);
   Session session({files, clock, progress, messages, profile}, request, home);
+  session.SetDebugLine(DebugLineFor(environment));
   session.Start();
   bool fell_back = false;
   const bool opened = session.OpenAtStart(&fell_back);

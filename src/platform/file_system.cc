@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <optional>
+#include <span>
+#include <utility>
 
 namespace carnetel {
 namespace {
@@ -104,6 +106,14 @@ std::vector<std::byte> ReadStart(FileSystem& files, const std::string& path, siz
   std::vector<std::byte> start(static_cast<size_t>(std::min<uint64_t>(limit, file->Size())));
   start.resize(file->Read(0, start));
   return start;
+}
+
+std::optional<std::string> ReadText(FileSystem& files, const std::string& path) {
+  const std::unique_ptr<File> file = files.Open(path, OpenMode::kRead);
+  if (file == nullptr || file->Size() > kLargestText) return std::nullopt;
+  std::string content(static_cast<size_t>(file->Size()), '\0');
+  const size_t read = file->Read(0, std::as_writable_bytes(std::span(content)));
+  return read == content.size() ? std::optional(std::move(content)) : std::nullopt;
 }
 
 }  // namespace carnetel

@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -89,5 +90,11 @@ int DeleteMatching(FileSystem& files, const std::string& pattern);
 
 // Reads at most `limit` bytes from the start of a file; empty when it cannot be opened.
 std::vector<std::byte> ReadStart(FileSystem& files, const std::string& path, size_t limit);
+
+// Larger files are not taken for texts that somebody wrote.
+inline constexpr uint64_t kLargestText = uint64_t{64} * 1024 * 1024;
+
+// The whole content of a text file; nothing when it cannot be read or is too large for one.
+std::optional<std::string> ReadText(FileSystem& files, const std::string& path);
 
 }  // namespace carnetel

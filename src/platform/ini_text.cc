@@ -3,11 +3,11 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "base/utf8.h"
 
 namespace carnetel {
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kBlanks = " \t";
 constexpr std::string_view kLineEnds = "\r\n";
 

@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
-#include <span>
 #include <system_error>
 #include <utility>
 
@@ -66,13 +65,7 @@ bool UserProfile::WriteInt(std::string_view section, std::string_view key, int v
 }
 
 std::optional<std::string> UserProfile::Load() const {
-  const std::unique_ptr<File> file = files_.Open(path_, OpenMode::kRead);
-  if (file == nullptr) {
-    return files_.Exists(path_) ? std::nullopt : std::optional(std::string());
-  }
-  std::string content(static_cast<size_t>(file->Size()), '\0');
-  const size_t read = file->Read(0, std::as_writable_bytes(std::span(content)));
-  return read == content.size() ? std::optional(std::move(content)) : std::nullopt;
+  return files_.Exists(path_) ? ReadText(files_, path_) : std::optional(std::string());
 }
 
 // By a temporary file beside it, so that no moment shows half a profile. The links of the path are

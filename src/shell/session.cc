@@ -59,6 +59,7 @@ void Session::Start() {
 void Session::ResolveFolders() {
   appli_name_ = request_.appli_name.empty() ? std::string(kProgramName) : request_.appli_name;
   lan_on_ = request_.workstation_number >= 1;
+  debug_line_(FormatPrintf(" Valeur de lan_on = %d ", {lan_on_ ? 1 : 0}));
   const std::string folder = PathSplit(request_.exchange_file_path).folder;
   if (folder.empty()) lan_on_ = false;
   if (lan_on_ && services_.files.IsFolder(folder)) home_dir_ = shared_dir_ = folder;
@@ -157,7 +158,10 @@ bool Session::SamePath(const std::string& a, const std::string& b) const {
 }
 
 void Session::CloseDirectory() {
-  if (directory_ != nullptr) directory_->CloseDirectory();
+  if (directory_ != nullptr) {
+    if (directory_->write_failed()) debug_line_("a write to " + current_path_ + " has failed");
+    directory_->CloseDirectory();
+  }
   directory_.reset();
   guard_.reset();
 }

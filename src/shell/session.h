@@ -8,6 +8,7 @@
 
 #include "base/messages.h"
 #include "platform/clock.h"
+#include "platform/debug_line.h"
 #include "platform/directory_guard.h"
 #include "platform/user_profile.h"
 #include "shell/launch.h"
@@ -28,6 +29,9 @@ class Session {
  public:
   // `home_folder` ends in a separator.
   Session(const SessionServices& services, StartupRequest request, std::string home_folder);
+
+  // Where lines for the finder of faults go; nowhere at first.
+  void SetDebugLine(DebugLine debug_line) { debug_line_ = std::move(debug_line); }
 
   // Resolves folders, directory and settings, in this order; settings are written straight back so
   // that their defaults appear in the profile.
@@ -80,6 +84,7 @@ class Session {
   SessionServices services_;
   StartupRequest request_;
   Role role_;
+  DebugLine debug_line_ = [](std::string_view) {};
   bool lan_on_ = false;
   int32_t workstation_number_ = 0;
   std::string appli_name_;

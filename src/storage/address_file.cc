@@ -9,10 +9,10 @@ bool AddressFile::Open() {
   counters_.fill(std::byte{0});
   const bool whole = file_->Read(0, header_.bytes()) == AddressHeader::kSize &&
                      file_->Read(kAddressCountersOffset, counters_) == kAddressCountersSize;
+  const bool loaded = entries_.Load(*file_, kAddressEntriesOffset);
   // Without its version it is made anew.
-  if (!whole) header_ = AddressHeader();
+  if (!whole || !loaded) header_ = AddressHeader();
   header_on_disk_ = header_;
-  entries_.Load(*file_, kAddressEntriesOffset);
   return true;
 }
 
@@ -23,7 +23,8 @@ bool AddressFile::CheckAddressFile(const KeyIndex& active, uint32_t card_count) 
     mirrors = mirrors && row < entry_count() && CardOffsetAt(row) == slot.card_offset;
     ++row;
   });
-  return mirrors && row == card_count && header_.count() == card_count;
+  // The header has 16 bits for the count, in files with more cards than that too.
+  return mirrors && row == card_count && header_.count() == static_cast<uint16_t>(card_count);
 }
 
 bool AddressFile::CreateAddressFile() {

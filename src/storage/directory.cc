@@ -73,7 +73,8 @@ OpenResult Directory::OpenMainFile() {
 bool Directory::OpenIndexes() {
   // The count is looked for beside the main file, wherever the seat's own address file lies.
   AddressFile beside(services_.files, paths_.BesideMain(".ADR"));
-  const bool counts_differ = beside.Open() && beside.header().count() != main_.count();
+  const bool counts_differ =
+      beside.Open() && beside.header().count() != main_.header().card_count();
   for (int number = 1; number <= 2; ++number) {
     KeyIndex& store = index(number);
     const bool there = services_.files.Exists(store.path());

@@ -58,6 +58,7 @@ void DirectoryFile::InitFieldTable(bool keep_existing) {
 
 bool DirectoryFile::ReadHeader() {
   header_ = MainHeader();
+  if (file_->Size() > kLargestFile) return false;
   if (file_->Read(0, header_.bytes()) == 0) return false;
   stamp_on_disk_ = header_.stamp();
   count_ = CardsIn(file_->Size());

@@ -19,6 +19,10 @@ namespace carnetel {
 
 class DirectoryFile {
  public:
+  // Cards are named by offsets of 32 bits: a larger file is not opened, lest an offset names
+  // another card than is meant.
+  static constexpr uint64_t kLargestFile = UINT32_MAX;
+
   // Opens an existing file and takes its header and count; false when it cannot be opened.
   bool Open(FileSystem& files, const std::string& path);
   // Makes a new empty file from the header image given; false when that fails.

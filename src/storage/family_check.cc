@@ -5,6 +5,7 @@
 #include "base/format_text.h"
 #include "storage/address_format.h"
 #include "storage/criteria_format.h"
+#include "storage/directory_file.h"
 #include "storage/file_image.h"
 #include "storage/index_format.h"
 
@@ -13,6 +14,7 @@ namespace {
 
 constexpr size_t kToldPerKind = 20;
 constexpr size_t kCardsPerRead = 64;
+constexpr std::string_view kTooLarge = "le fichier est trop grand pour un carnetel";
 
 // What a card has to look like in the derived files.
 struct CardFacts {
@@ -76,6 +78,10 @@ class FamilyChecker {
     }
     if (*version < kMainVersion) Tell(".DAN", "version antérieure à 05.00", 0);
     const uint64_t size = file->Size();
+    if (size > DirectoryFile::kLargestFile) {
+      Tell(".DAN", kTooLarge);
+      return false;
+    }
     if (size % kCardSize != 0) {
       Tell(".DAN", "fiche incomplète à la fin du fichier",
            static_cast<uint32_t>(size / kCardSize * kCardSize));
@@ -84,7 +90,7 @@ class FamilyChecker {
       Tell(".DAN", "nombre de champs différent de 31", MainHeader::kFieldCountOffset);
     }
     ReadCards(*file);
-    if (header.card_count() != cards_.size()) {
+    if (header.card_count() != static_cast<uint16_t>(cards_.size())) {
       Tell(".DAN", "le nombre de fiches de l'en-tête ne correspond pas à la taille",
            MainHeader::kCountOffset);
     }
@@ -112,8 +118,9 @@ class FamilyChecker {
       Tell(extension, "le fichier manque ou ne peut être lu");
       return false;
     }
-    image.Load(*file);
-    return true;
+    if (image.Load(*file)) return true;
+    Tell(extension, kTooLarge);
+    return false;
   }
 
   [[nodiscard]] bool NamesCard(uint32_t offset) const {
@@ -199,11 +206,12 @@ class FamilyChecker {
     const std::optional<std::string> version = header.Version();
     if (!version || *version < kAddressVersion) Tell(".ADR", "version antérieure à 04.10", 0);
     const size_t entries = (image.size() - kAddressEntriesOffset) / kEntrySize;
-    if (header.count() != entries || (image.size() - kAddressEntriesOffset) % kEntrySize != 0) {
+    if (header.count() != static_cast<uint16_t>(entries) ||
+        (image.size() - kAddressEntriesOffset) % kEntrySize != 0) {
       Tell(".ADR", "le nombre d'entrées de l'en-tête ne correspond pas à la taille",
            AddressHeader::kCountOffset);
     }
-    if (header.count() != cards_.size()) {
+    if (entries != cards_.size()) {
       Tell(".ADR", "le nombre d'entrées n'est pas celui des fiches", AddressHeader::kCountOffset);
     }
     const uint32_t marked = CheckEntries(image, entries);

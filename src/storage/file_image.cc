@@ -4,11 +4,13 @@
 
 namespace carnetel {
 
-void FileImage::Load(ReadableFile& file, size_t base) {
+bool FileImage::Load(ReadableFile& file, size_t base) {
   Clear();
   const uint64_t size = file.Size();
+  if (size > kLargestFile) return false;
   bytes_.resize(size > base ? size - base : 0);
   bytes_.resize(file.Read(base, bytes_));
+  return true;
 }
 
 void FileImage::Clear() {

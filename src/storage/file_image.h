@@ -11,8 +11,12 @@ namespace carnetel {
 
 class FileImage {
  public:
-  // Takes the content of a file from `base` on.
-  void Load(ReadableFile& file, size_t base = 0);
+  // No derived file of a main file that can be opened comes near this; a larger one is not loaded.
+  static constexpr uint64_t kLargestFile = uint64_t{256} * 1024 * 1024;
+
+  // Takes the content of a file from `base` on; false, and nothing taken, when the file is too
+  // large to be one of ours.
+  [[nodiscard]] bool Load(ReadableFile& file, size_t base = 0);
   void Clear();
 
   [[nodiscard]] size_t size() const { return bytes_.size(); }

@@ -23,15 +23,24 @@ unsigned char IndexWalk::Letter() const {
   return FiledLetter(static_cast<unsigned char>(search_key_[0]));
 }
 
-IndexWalk::Stand IndexWalk::Start() const {
-  return Keyed() ? Stand{FirstPage(Letter()), 0} : Stand{};
+IndexKey IndexWalk::PlacedKey() const {
+  IndexKey key{};
+  std::copy_n(search_key_.begin(), std::min(search_key_.size(), kKeySize), key.begin());
+  key[0] = static_cast<char>(Letter());
+  return key;
+}
+
+IndexWalk::Stand IndexWalk::Start(const KeyIndex& index) const {
+  if (!Keyed()) return {};
+  const SlotPlace place = index.LowerBound(PlacedKey());
+  return {place.page, place.slot};
 }
 
 int IndexWalk::WalkIndex(const KeyIndex& index, DirectoryFile& main, int key_field,
                          CardContext& context, uint32_t* card_offset, WalkDirection direction) {
   const Search search{index, main, context, key_field};
   if (direction == WalkDirection::kFirst) {
-    next_ = Start();
+    next_ = Start(index);
     any_found_ = false;
   } else if (direction == WalkDirection::kNext && last_direction_ == WalkDirection::kPrevious &&
              any_found_) {
@@ -44,7 +53,8 @@ int IndexWalk::WalkIndex(const KeyIndex& index, DirectoryFile& main, int key_fie
   if (stepped) {
     any_found_ = true;
     *card_offset = found;
-    return main.ReadCard(found, context.current) ? 0 : -1;
+    context.current = context.reference;
+    return 0;
   }
   if (*card_offset >= kCardSize) (void)main.ReadCard(*card_offset, context.current);
   return -1;
@@ -56,8 +66,7 @@ bool IndexWalk::Matches(const Search& search, uint32_t card_offset, bool* readab
 }
 
 bool IndexWalk::SeekKey(const KeyIndex& index) {
-  std::string key = search_key_;
-  key[0] = static_cast<char>(Letter());
+  const IndexKey key = PlacedKey();
   for (; index.HasPage(next_.page); next_ = {next_.page + kIndexPageSize, 0}) {
     const auto first = static_cast<signed char>(index.SlotAt(next_.page, 0).key[0]);
     const auto letter = static_cast<signed char>(Letter());
@@ -67,7 +76,7 @@ bool IndexWalk::SeekKey(const KeyIndex& index) {
       const IndexSlot slot = index.SlotAt(next_.page, next_.slot);
       if (slot.key[0] == 0) return true;
       if (static_cast<signed char>(slot.key[0]) >= letter &&
-          CompareKey(KeyView(slot.key), key, kKeySize) >= 0) {
+          CompareKey(KeyView(slot.key), KeyView(key), kKeySize) >= 0) {
         return true;
       }
     }

@@ -44,8 +44,10 @@ class IndexWalk {
 
   [[nodiscard]] bool Keyed() const { return !search_key_.empty(); }
   [[nodiscard]] unsigned char Letter() const;
-  // Where the walk starts.
-  [[nodiscard]] Stand Start() const;
+  // The search key as the index files it.
+  [[nodiscard]] IndexKey PlacedKey() const;
+  // Where a walk forward starts, at or before the first slot that it can stop at.
+  [[nodiscard]] Stand Start(const KeyIndex& index) const;
   bool StepForward(const Search& search, uint32_t* found);
   bool StepBackward(const Search& search, uint32_t* found);
   // Moves the stand to the first slot from it on that can hold the search key; false when its chain

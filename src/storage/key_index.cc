@@ -16,8 +16,8 @@ bool Above(unsigned char a, unsigned char b) {
 
 bool KeyIndex::CheckKeyIndex(uint32_t card_end, bool counts_differ) {
   file_ = files_->Open(path_, OpenMode::kReadWrite);
-  if (file_ != nullptr) image_.Load(*file_);
-  if (file_ == nullptr || !IsWhole() || counts_differ) {
+  const bool loaded = file_ != nullptr && image_.Load(*file_);
+  if (!loaded || !IsWhole() || counts_differ) {
     file_.reset();
     image_.Clear();
     files_->Remove(path_);

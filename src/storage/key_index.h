@@ -26,6 +26,12 @@ struct IndexUpdate {
   uint32_t previous = 0;
 };
 
+// A slot by the position of its page and its number there.
+struct SlotPlace {
+  size_t page = 0;
+  size_t slot = 0;
+};
+
 class KeyIndex {
  public:
   // `path` is where the index lies or is to lie; nothing is opened yet.
@@ -51,6 +57,9 @@ class KeyIndex {
   [[nodiscard]] IndexSlot SlotAt(size_t page, size_t slot) const {
     return IndexSlot::Load(image_.At(SlotPosition(page, slot), kIndexSlotSize));
   }
+  // The first slot whose key is not below `key`, among those of its letter; in an index that is not
+  // in order, where the search for the letter starts. `key` is a filed key.
+  [[nodiscard]] SlotPlace LowerBound(const IndexKey& key) const;
   // True when a whole page lies at this position.
   [[nodiscard]] bool HasPage(size_t page) const {
     return page % kIndexPageSize == 0 && page + kIndexPageSize <= image_.size();
@@ -88,6 +97,10 @@ class KeyIndex {
   // The first page behind the chain of a letter, or the chain's empty page.
   [[nodiscard]] size_t EndOfChain(unsigned char letter, size_t from) const;
   [[nodiscard]] size_t FirstPageNotBelow(unsigned char letter) const;
+  // The first page, from the one of number `from` on, that `holds` is true of, as it is then of all
+  // behind it; the end of the file when there is none.
+  template <class Predicate>
+  [[nodiscard]] size_t FirstPageThat(Predicate holds, size_t from) const;
   [[nodiscard]] bool IsInOrder() const;
   // Pages are never given back: a file of fewer than a new one's, or of parts of one, was cut
   // short.

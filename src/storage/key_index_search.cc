@@ -58,6 +58,13 @@ KeyIndex::Place KeyIndex::FindByHalves(const IndexKey& key, IndexMode mode) cons
   return PlaceInChain(key, chain, used, mode);
 }
 
+SlotPlace KeyIndex::LowerBound(const IndexKey& key) const {
+  const SlotPlace start{FirstPage(static_cast<unsigned char>(key[0])), 0};
+  if (!in_order_) return start;
+  const Place place = FindByHalves(key, IndexMode::kRepoint);
+  return place.result == -1 ? start : SlotPlace{place.page, place.slot};
+}
+
 // `used` slots from the start of the chain are filled, with ascending keys.
 KeyIndex::Place KeyIndex::PlaceInChain(const IndexKey& key, size_t chain, size_t used,
                                        IndexMode mode) const {
@@ -94,24 +101,31 @@ KeyIndex::Place KeyIndex::PlaceInChain(const IndexKey& key, size_t chain, size_t
   return place;
 }
 
-size_t KeyIndex::EndOfChain(unsigned char letter, size_t from) const {
-  size_t page = std::max(FirstPage(letter) + kIndexPageSize, from);
-  while (HasPage(page) && !Above(PageLetter(page), letter) &&
-         !(PageLetter(page) == letter && SlotLetter(page, 0) == 0)) {
-    page += kIndexPageSize;
+template <class Predicate>
+size_t KeyIndex::FirstPageThat(Predicate holds, size_t from) const {
+  size_t low = from;
+  for (size_t count = page_count() - std::min(from, page_count()); count > 0;) {
+    const size_t half = count / 2;
+    const bool before = !holds((low + half) * kIndexPageSize);
+    if (before) low += half + 1;
+    count = before ? count - half - 1 : half;
   }
+  return low * kIndexPageSize;
+}
+
+size_t KeyIndex::EndOfChain(unsigned char letter, size_t from) const {
+  const auto ends_chain = [&](size_t page) {
+    return Above(PageLetter(page), letter) ||
+           (PageLetter(page) == letter && SlotLetter(page, 0) == 0);
+  };
+  size_t page = std::max(FirstPage(letter) + kIndexPageSize, from);
+  if (in_order_) return FirstPageThat(ends_chain, page / kIndexPageSize);
+  while (HasPage(page) && !ends_chain(page)) page += kIndexPageSize;
   return page;
 }
 
 size_t KeyIndex::FirstPageNotBelow(unsigned char letter) const {
-  size_t low = 0;
-  for (size_t count = page_count(); count > 0;) {
-    const size_t half = count / 2;
-    const bool below = Above(letter, PageLetter((low + half) * kIndexPageSize));
-    if (below) low += half + 1;
-    count = below ? count - half - 1 : half;
-  }
-  return low * kIndexPageSize;
+  return FirstPageThat([&](size_t page) { return !Above(letter, PageLetter(page)); }, 0);
 }
 
 bool KeyIndex::IsInOrder() const {

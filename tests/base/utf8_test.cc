@@ -50,6 +50,16 @@ TEST(AppendUtf8, WritesOneToFourBytes) {
   EXPECT_EQ(text, "A\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF");
 }
 
+TEST(ByteOrderMark, IsTakenFromTheFrontAlone) {
+  std::string text =
+      "\xEF\xBB\xBF"
+      "a\xEF\xBB\xBF";
+  DropByteOrderMark(text);
+  EXPECT_EQ(text, "a\xEF\xBB\xBF");
+  DropByteOrderMark(text);
+  EXPECT_EQ(text, "a\xEF\xBB\xBF");
+}
+
 TEST(CountCharacters, CountsCharactersNotBytes) {
   EXPECT_EQ(CountCharacters(""), 0u);
   EXPECT_EQ(CountCharacters("été €"), 5u);

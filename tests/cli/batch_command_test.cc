@@ -25,6 +25,13 @@ TEST_F(BatchCommandTest, ReadsStandardInputWithoutAScript) {
   EXPECT_EQ(On({"--quiet", "batch"}).out, "1\n1   Bez\n");
 }
 
+TEST_F(BatchCommandTest, AByteOrderMarkInFrontOfTheScriptIsNoText) {
+  SetFile("/t/script",
+          "\xEF\xBB\xBF"
+          "create\nadd Nom=Bez\n");
+  EXPECT_EQ(On({"--quiet", "batch", "/t/script"}).out, "1\n");
+}
+
 TEST_F(BatchCommandTest, StopsAtTheFirstFailureWithItsLine) {
   Done({"create"});
   SetFile("/t/script", "add Nom=Un\n\nshow 7\nadd Nom=Deux\n");

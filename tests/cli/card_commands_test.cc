@@ -91,6 +91,11 @@ TEST_F(CardCommands, AddFromInputTakesWhatJsonPrints) {
   EXPECT_EQ(copy.out, input_);
 }
 
+TEST_F(CardCommands, AddFromInputPassesOverAByteOrderMark) {
+  input_ = "\xEF\xBB\xBF{\"fields\":{\"Nom\":\"Un\"}}\n";
+  EXPECT_EQ(On({"add", "-"}).out, "1\n");
+}
+
 TEST_F(CardCommands, AddFromInputKeepsTheCardsInFrontOfARefusedOne) {
   input_ =
       "{\"fields\":{\"Nom\":\"Un\"}}\n\n"

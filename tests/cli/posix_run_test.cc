@@ -79,6 +79,63 @@ TEST_F(PosixRun, MarksMoveCardsOutAndDeleteThem) {
   EXPECT_EQ(out_, "1   B\n");
 }
 
+TEST_F(PosixRun, CreateMakesTheFoldersThatAreMissing) {
+  const std::string directory = folder_.path() + "essai/2026/CLIENTS";
+  ASSERT_EQ(Run({"-d", directory, "create"}), 0) << err_;
+  EXPECT_EQ(Run({"-d", directory, "check"}), 0) << out_;
+}
+
+TEST_F(PosixRun, NothingButCreateMakesFolders) {
+  EXPECT_EQ(Run({"-d", folder_.path() + "essai/CLIENTS", "list"}), 1);
+  EXPECT_EQ(Run({"-d", folder_.path() + "essai/CLIENTS", "add", "Nom=a"}), 1);
+  EXPECT_FALSE(files_.Exists(folder_.path() + "essai"));
+}
+
+// Sparse files of sizes that no family has; none of them may take the memory of the machine.
+TEST_F(PosixRun, DerivedFilesThatAreFarTooLargeAreMadeAnew) {
+  const std::string directory = folder_.path() + "CLIENTS";
+  ASSERT_EQ(Run({"-d", directory, "create"}), 0) << err_;
+  ASSERT_EQ(Run({"-d", directory, "add", "Ste1=A"}), 0) << err_;
+  constexpr uint64_t kFourGigabytes = uint64_t{1} << 32;
+  for (const char* extension : {".ADR", ".I01", ".I02"}) {
+    const std::string path = directory + extension;
+    const uint64_t size = files_.Open(path, OpenMode::kRead)->Size();
+    ASSERT_TRUE(files_.Open(path, OpenMode::kReadWrite)->Truncate(kFourGigabytes));
+    EXPECT_EQ(Run({"-d", directory, "check"}), 1);
+    EXPECT_TRUE(out_.starts_with(std::string(extension + 1) +
+                                 " : le fichier est trop grand pour un carnetel\n"))
+        << out_;
+    EXPECT_EQ(Run({"-d", directory, "list"}), 0) << err_;
+    EXPECT_EQ(out_, "1   A\n");
+    EXPECT_EQ(files_.Open(path, OpenMode::kRead)->Size(), size) << extension;
+  }
+  EXPECT_EQ(Run({"-d", directory, "check"}), 0) << out_;
+}
+
+// Offsets of cards have 32 bits.
+TEST_F(PosixRun, AMainFileBeyondFourGigabytesIsRefusedAndLeftAsItIs) {
+  const std::string directory = folder_.path() + "CLIENTS";
+  ASSERT_EQ(Run({"-d", directory, "create"}), 0) << err_;
+  const std::string path = directory + ".DAN";
+  constexpr uint64_t kFiveGigabytes = uint64_t{5} << 30;
+  ASSERT_TRUE(files_.Open(path, OpenMode::kReadWrite)->Truncate(kFiveGigabytes));
+  EXPECT_EQ(Run({"-d", directory, "list"}), 1);
+  EXPECT_NE(err_.find("Carnetel non valide"), std::string::npos) << err_;
+  EXPECT_EQ(Run({"-d", directory, "check"}), 1);
+  EXPECT_EQ(out_, "DAN : le fichier est trop grand pour un carnetel\n");
+  EXPECT_EQ(files_.Open(path, OpenMode::kRead)->Size(), kFiveGigabytes);
+}
+
+TEST_F(PosixRun, AScriptOrAProfileThatIsFarTooLargeIsNotRead) {
+  const std::string directory = folder_.path() + "CLIENTS";
+  ASSERT_EQ(Run({"-d", directory, "create"}), 0) << err_;
+  const std::string large = folder_.path() + "large";
+  ASSERT_TRUE(files_.Open(large, OpenMode::kCreateOrOpen)->Truncate(uint64_t{1} << 40));
+  EXPECT_EQ(Run({"-d", directory, "batch", large}), 1);
+  EXPECT_EQ(err_, "Erreur : Accès au fichier " + large + " impossible\n");
+  EXPECT_EQ(Run({"-d", directory, "--profile", large, "list"}), 0) << err_;
+}
+
 TEST_F(PosixRun, AHeldGuardKeepsTheToolOut) {
   const std::string directory = folder_.path() + "CLIENTS";
   ASSERT_EQ(Run({"-d", directory, "create"}), 0) << err_;

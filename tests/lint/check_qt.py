@@ -4,7 +4,7 @@ import re
 
 import lint
 
-HOMES = (("src", "desktop"), ("tests", "desktop"))
+HOMES = (("src", "desktop"), ("tests", "desktop"), ("bench", "desktop"))
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]((?:Qt\w*/)?Q[A-Za-z0-9]+|q[a-z]+\.h|Qt\w*/\S+)[>"]',
                      re.MULTILINE)
 
@@ -16,7 +16,7 @@ def check(root):
             continue
         for header in INCLUDE.findall(lint.read_text(root, path)):
             complaints.append(
-                f"{path} includes {header}: Qt belongs to src/desktop and its tests. Say here what "
+                f"{path} includes {header}: Qt belongs to src/desktop, its tests and benchmarks. Say here what "
                 "is needed as a small interface and let desktop/ implement it")
     return complaints
 

@@ -361,5 +361,16 @@ TEST_P(FileSystemSuite, ReadStartStopsAtTheLimitOrTheEnd) {
   EXPECT_THAT(ReadStart(files_, Path("none"), 4), IsEmpty());
 }
 
+TEST_P(FileSystemSuite, ReadTextTakesAllOfAFileOfAnySensibleSize) {
+  Make("a", "abc\ndef");
+  Make("empty", "");
+  Make("large", "x");
+  ASSERT_TRUE(files_.Open(Path("large"), OpenMode::kReadWrite)->Truncate(kLargestText + 1));
+  EXPECT_EQ(ReadText(files_, Path("a")), "abc\ndef");
+  EXPECT_EQ(ReadText(files_, Path("empty")), "");
+  EXPECT_EQ(ReadText(files_, Path("large")), std::nullopt);
+  EXPECT_EQ(ReadText(files_, Path("none")), std::nullopt);
+}
+
 }  // namespace
 }  // namespace carnetel

@@ -75,6 +75,19 @@ TEST_F(CardDispatchLimitsTest, LargerForeignFile) {
   EXPECT_EQ(MainFile().size(), 768U * 32770);
 }
 
+// The counts of the headers have 16 bits: both tell 4 here, and that is no difference to heal.
+TEST_F(CardDispatchLimitsTest, MoreCardsThanAHeaderCanCount) {
+  OpenOfSize(65540);
+  EXPECT_EQ(directory().main().count(), 65540U);
+  EXPECT_EQ(directory().main().header().card_count(), 4);
+  Close();
+  EXPECT_EQ(LoadLe16(AddressFileBytes(), 96), 4);
+  files.ResetCounts();
+  Open();
+  EXPECT_EQ(files.counts().writes, 0);
+  EXPECT_EQ(directory().address().entry_count(), 65540U);
+}
+
 TEST_F(CardDispatchLimitsTest, RewriteWithAChangedKeyLeavesTheIndexes) {
   Open();
   Add("ALPHA", "Hugo");

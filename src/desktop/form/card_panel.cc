@@ -277,6 +277,7 @@ void CardPanel::PlaceButton(int button, QWidget* widget) {
 QWidget* CardPanel::Control(int control) const {
   if (control == kControlReferences) return references_;
   if (control == kControlNotes) return notes_;
+  if (QLabel* label = labels_.value(control)) return label;
   return edits_.value(control);
 }
 

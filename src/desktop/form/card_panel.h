@@ -35,7 +35,7 @@ class CardPanel : public QWidget {
 
   // Takes the last change of a field back and forgets what could be undone.
   void UndoChange(int control);
-  // The control itself; null when this kind has none of that number.
+  // The control or label itself; null when this kind has none of that number.
   [[nodiscard]] QWidget* Control(int control) const;
 
   // The input look: three fields for the person, other colours, sibling column hidden.

@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
+#include <QImage>
 
 #include "bench/bench_world.h"
 #include "desktop/controls/card_list_view.h"
@@ -41,16 +42,20 @@ void RefillCarnetel(benchmark::State& state) {
   QuietObserver observer;
   CardList list(observer, static_cast<int>(kMaxCards));
   list.SetDirectory(directory.get());
+  const PeakMemory peak;
   for (auto _ : state) {
     list.ListRefill(kAllLetters);
     if (list.row_count() != static_cast<int>(Cards().size())) state.SkipWithError("rows missing");
   }
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 void RefillPlain(benchmark::State& state) {
   World world;
   world.Fill(Cards());
+  const PeakMemory peak;
   for (auto _ : state) benchmark::DoNotOptimize(world.ReadPlainly({"BENCH.DAN"}));
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 // Every row comes into view once, by page steps through the list.
@@ -66,15 +71,17 @@ void PaintCarnetel(benchmark::State& state) {
   desktop::CardListView view(195, rows);
   view.resize(300, 600);
   view.Reload();
-  view.show();
+  QImage image(view.size(), QImage::Format_RGB32);
   int top = 0;
+  const PeakMemory peak;
   for (auto _ : state) {
     for (int painted = 0; painted < kPaintedRows; painted += view.PageRows()) {
       top = (top + view.PageRows()) % (list.row_count() - view.PageRows());
       view.SetTopRow(top);
-      view.viewport()->repaint();
+      view.viewport()->render(&image);
     }
   }
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 void PaintPlain(benchmark::State& state) {
@@ -82,11 +89,13 @@ void PaintPlain(benchmark::State& state) {
   world.Fill(Cards());
   const auto file = world.files.Open(world.Path("BENCH.DAN"), OpenMode::kRead);
   CardRecord card;
+  const PeakMemory peak;
   for (auto _ : state) {
     for (uint32_t i = 0; i < kPaintedRows; ++i) {
       benchmark::DoNotOptimize(file->Read(kCardSize * (i + 1), card.bytes()));
     }
   }
+  state.counters["peak_mb"] = peak.Megabytes();
 }
 
 BENCHMARK(RefillCarnetel)->Name("refill/carnetel")->Iterations(10)->Unit(benchmark::kMillisecond);
