@@ -104,7 +104,7 @@ void CardForm::ShowCurrentCard(bool force) {
 void CardForm::ListRefilled() {
   // An edit under way keeps its text, whatever made the list refill.
   if (mode_ == FormMode::kRest) ShowCurrentCard(true);
-  // Behind the card: the buttons look at its key fields.
+  // Last, as they look at whether the card that is shown has a key.
   UpdateButtons();
 }
 

@@ -32,7 +32,7 @@ FilteredEdit::FilteredEdit(int id, const EntryRule& rule, int limit, QWidget* pa
   setDragEnabled(false);
   SetEntryRule(rule, limit);
   connect(this, &QLineEdit::textChanged, this,
-          [this](const QString& text) { text_before_edit_ = std::exchange(text_now_, text); });
+          [this] { text_before_edit_ = std::exchange(text_now_, text()); });
 }
 
 void FilteredEdit::SetEntryRule(const EntryRule& rule, int limit) {
@@ -158,8 +158,10 @@ void FilteredEdit::focusOutEvent(QFocusEvent* event) {
   Q_EMIT focusLeft(reason);
 }
 
+// The toolkit tells textEdited before textChanged: who takes back on the first one comes before the
+// change was noted.
 void FilteredEdit::TakeBackEdit() {
-  const QString former = text_before_edit_;
+  const QString former = text() == text_now_ ? text_before_edit_ : text_now_;
   setText(former);
   text_before_edit_ = former;
 }

@@ -14,6 +14,7 @@ namespace {
 
 constexpr int kReferenceTyped = 32;
 constexpr int kNotesLines = 3;
+constexpr int kNotesMargin = 4;
 
 // Label numbers of the form's template.
 constexpr int kLabelPerson = 2015;
@@ -180,8 +181,15 @@ QWidget* CardPanel::BuildZone() {
   notes_->setAccessibleName(QStringLiteral("Notes"));
   notes_->setFixedHeight(notes_->fontMetrics().lineSpacing() * kNotesLines + 12);
   notes_->setEnabled(kind_ == Kind::kMain);
-  zone_ = new QStackedWidget;
-  const auto add_page = [this](int label, const QString& text, QWidget* control, int button) {
+  // One at a time where there is a choice, else one below the other.
+  auto* both = new QWidget;
+  auto* rows = new QVBoxLayout(both);
+  rows->setContentsMargins(0, 0, 0, 0);
+  if (kind_ == Kind::kMain) {
+    zone_ = new QStackedWidget;
+    rows->addWidget(zone_);
+  }
+  const auto add_page = [&](int label, const QString& text, QWidget* control, int button) {
     auto* page = new QWidget;
     auto* column = new QVBoxLayout(page);
     column->setContentsMargins(0, 0, 0, 0);
@@ -192,11 +200,18 @@ QWidget* CardPanel::BuildZone() {
     row->addWidget(AddButtonPlace(button), 0, Qt::AlignTop);
     column->addLayout(row);
     column->addStretch();
-    zone_->addWidget(page);
+    if (zone_ != nullptr) {
+      zone_->addWidget(page);
+    } else {
+      rows->insertWidget(0, page);
+    }
   };
   add_page(kLabelNotes, QStringLiteral("Notes"), notes_, kButtonShowReferences);
+  // Beside the first of the lines.
+  labels_[kLabelNotes]->setAlignment(Qt::AlignRight | Qt::AlignTop);
+  labels_[kLabelNotes]->setContentsMargins(0, notes_->frameWidth() + kNotesMargin, 0, 0);
   add_page(kLabelReferences, QStringLiteral("Références"), references_, kButtonShowNotes);
-  return zone_;
+  return both;
 }
 
 QWidget* CardPanel::BuildPerson() {
@@ -298,17 +313,30 @@ void CardPanel::SetEditLook(bool on) {
   edit_look_ = on;
   if (kind_ == Kind::kMain) {
     person_->setCurrentIndex(on ? 0 : 1);
-    // The buttons of the sibling programs belong to the card at rest.
-    for (const ButtonInfo& button : SiblingButtons()) {
-      if (QWidget* place = button_places_.value(button.id)) place->setVisible(!on);
-    }
+    ShowSiblingPlaces(!on);
   }
   for (FilteredEdit* edit : edits_) edit->SetFlat(!on);
   notes_->SetFlat(!on);
   colours_->SetLook(on ? PanelLook::kEdit : PanelLook::kRest);
 }
 
+// The buttons of the sibling programs belong to the card at rest. Their room stays, so that no
+// field moves; a place whose program is not set up takes none.
+void CardPanel::ShowSiblingPlaces(bool show) {
+  for (const ButtonInfo& info : SiblingButtons()) {
+    QWidget* place = button_places_.value(info.id);
+    if (place == nullptr) continue;
+    const auto* button = place->findChild<QWidget*>(QString::number(info.id));
+    const bool used = button != nullptr && !button->isHidden();
+    QSizePolicy policy = place->sizePolicy();
+    policy.setRetainSizeWhenHidden(used);
+    place->setSizePolicy(policy);
+    place->setVisible(used && show);
+  }
+}
+
 void CardPanel::SetZone(FormZone zone) {
+  if (zone_ == nullptr) return;
   zone_->setCurrentIndex(zone == FormZone::kNotes ? 0 : 1);
 }
 

@@ -65,6 +65,7 @@ class CardPanel : public QWidget {
   QLabel* AddLabel(int id, const QString& text, QWidget* buddy = nullptr);
   void WatchEdit(FilteredEdit* edit, int control);
   void AlignFirstColumn();
+  void ShowSiblingPlaces(bool show);
   void RegisterColours();
 
   Kind kind_;

@@ -4,8 +4,10 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QMenuBar>
+#include <QScrollBar>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "base/string_table.h"
 #include "desktop/controls/focus_reason.h"
@@ -24,7 +26,6 @@ MainWindow::MainWindow(Session& session, BusyState& busy, int list_capacity)
   layout->addWidget(BuildTop());
   layout->addSpacing(6);
   tabs_ = new LetterTabs;
-  tabs_->SetJoinedFrame(true);
   layout->addWidget(tabs_);
   layout->addWidget(BuildBody(), 1);
   layout->addSpacing(6);
@@ -47,6 +48,8 @@ MainWindow::MainWindow(Session& session, BusyState& busy, int list_capacity)
 }
 
 MainWindow::~MainWindow() {
+  // It tells its end to this window, which must still be whole then.
+  delete consultation_;
   qApp->removeEventFilter(this);
 }
 
@@ -66,9 +69,10 @@ void MainWindow::ConnectList() {
   connect(list_, &CardListView::focusEntered, this, [this](Qt::FocusReason reason) {
     if (IsUserFocusChange(reason)) logic_.form().ListEntered();
   });
-  connect(tabs_, &LetterTabs::tabSelected, this, [this](int tab) {
-    logic_.list().SetTopRow(list_->TopRow());
-    if (!logic_.ApplyLetterTab(tab)) return;
+  connect(tabs_, &LetterTabs::tabSelected, this, [this](int tab) { logic_.ApplyLetterTab(tab); });
+  // Refills and the address file keep the row on top as the user has scrolled it.
+  connect(list_->verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int row) {
+    if (start_top_row_ < 0) logic_.list().SetTopRow(row);
   });
   tabs_->SetMayLeave(
       [this] { return logic_.form().mode() != FormMode::kChanged || logic_.form().LeaveForm(); });
@@ -91,6 +95,7 @@ void MainWindow::ConnectForm() {
 void MainWindow::Start() {
   panel_->SetKeyField(session_.settings().key_field);
   logic_.Start();
+  start_top_row_ = logic_.list().top_row();
   if (logic_.list().not_loaded_count() > 0) {
     QTimer::singleShot(0, this, [this] { logic_.TellNotLoaded(); });
   }
@@ -102,7 +107,6 @@ bool MainWindow::Quit() {
             static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
     return false;
   }
-  logic_.list().SetTopRow(list_->TopRow());
   return logic_.RequestQuit();
 }
 
@@ -112,8 +116,23 @@ void MainWindow::QuitUnasked() {
             static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
     return;
   }
-  logic_.list().SetTopRow(list_->TopRow());
   logic_.QuitUnasked();
+}
+
+// Only a window on the screen has a list of its final height: the row on top could not be applied
+// before.
+void MainWindow::showEvent(QShowEvent* event) {
+  QMainWindow::showEvent(event);
+  if (start_top_row_ < 0) return;
+  const int top = std::exchange(start_top_row_, -1);
+  layout()->activate();
+  QMetaObject::invokeMethod(
+      this,
+      [this, top] {
+        list_->SetTopRow(top);
+        list_->SetCurrentRow(logic_.list().current_row());
+      },
+      Qt::QueuedConnection);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
@@ -143,14 +162,16 @@ int MainWindow::FocusedControl() const {
 }
 
 void MainWindow::FocusMoved(QWidget* to) {
-  if (to == nullptr || to->window() != this) return;
+  // An open menu says itself what the line tells.
+  if (to == nullptr || to == menuBar() || to->window() != this) return;
   logic_.ShowStatusOf(FocusedControl());
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress) {
     auto* widget = qobject_cast<QWidget*>(watched);
-    const bool ours = widget != nullptr && widget->window() == this && widget->hasFocus();
+    const bool ours =
+        widget != nullptr && widget != menuBar() && widget->window() == this && widget->hasFocus();
     if (ours && HandleKey(static_cast<QKeyEvent*>(event))) return true;
   }
   return QMainWindow::eventFilter(watched, event);

@@ -8,6 +8,7 @@
 #include <QMap>
 #include <QPointer>
 
+#include "desktop/controls/beeper.h"
 #include "desktop/controls/bubble_button.h"
 #include "desktop/controls/bubble_tip.h"
 #include "desktop/controls/busy_state.h"
@@ -37,6 +38,8 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   // The same without the question: what was typed and not saved is lost.
   void QuitUnasked();
 
+  void SetBeeper(Beeper beeper) { beep_ = std::move(beeper); }
+
   MainWindowLogic& logic() { return logic_; }
   // The menu item of a command, null when there is none.
   [[nodiscard]] QAction* MenuAction(int command) const { return actions_.value(command); }
@@ -46,6 +49,7 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   void ended();
 
  protected:
+  void showEvent(QShowEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -123,6 +127,9 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   QLabel* status_ = nullptr;
   BubbleTip* tip_ = nullptr;
   QPointer<Consultation> consultation_;
+  Beeper beep_ = SystemBeep;
+  // The row on top that the files have kept, until the window is shown; then -1.
+  int start_top_row_ = 0;
   bool ended_ = false;
 };
 

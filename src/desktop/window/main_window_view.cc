@@ -3,7 +3,6 @@
 #include <QMenu>
 #include <QTimer>
 
-#include "desktop/controls/beeper.h"
 #include "desktop/window/main_window.h"
 
 namespace carnetel::desktop {
@@ -75,9 +74,12 @@ void MainWindow::SetCancelFace(bool cancel) {
   button->setAccessibleName(caption);
 }
 
+// Labels stand for the control that they name.
 void MainWindow::FocusControl(int control) {
-  const bool tab = control >= kTabAll && control <= kTabZ;
-  QWidget* widget = tab ? tabs_->Tab(control) : panel_->Control(control);
+  QWidget* widget = panel_->Control(control);
+  if (control == kLabelNotes) widget = panel_->Control(kControlNotes);
+  if (control == kLabelReferences) widget = panel_->Control(kControlReferences);
+  if (widget == nullptr) widget = tabs_->Tab(control);
   if (widget != nullptr) widget->setFocus(Qt::OtherFocusReason);
 }
 
@@ -86,7 +88,7 @@ void MainWindow::FocusList() {
 }
 
 void MainWindow::Beep() {
-  SystemBeep();
+  beep_();
 }
 
 void MainWindow::PostCommand(int command) {
@@ -144,7 +146,9 @@ void MainWindow::ShowTab(int tab) {
 }
 
 void MainWindow::ListRefilled() {
+  const int top = logic_.list().top_row();
   list_->Reload();
+  list_->SetTopRow(top);
   list_->SetCurrentRow(logic_.list().current_row());
 }
 
@@ -164,7 +168,7 @@ void MainWindow::OpenConsultation() {
     if (row >= 0) logic_.list().SetCurrentRow(row);
   });
   connect(consultation_, &QObject::destroyed, this, [this] {
-    if (!ended_) FocusList();
+    if (!ended_ && isVisible()) FocusList();
   });
   const int first = logic_.NextMarkedRow(-1, 1);
   logic_.list().SetCurrentRow(first >= 0 ? first : logic_.list().row_count() - 1);
