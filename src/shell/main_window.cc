@@ -1,6 +1,7 @@
 #include "shell/main_window.h"
 
 #include "base/format_text.h"
+#include "base/path.h"
 #include "shell/card_removal.h"
 #include "storage/card_dispatch.h"
 
@@ -8,6 +9,7 @@ namespace carnetel {
 namespace {
 
 constexpr size_t kMostRecents = 4;
+constexpr size_t kLongestDroppedPath = 259;
 // "&1 " in front of the path in a recent directory's menu text.
 constexpr size_t kMenuPrefixSize = 3;
 constexpr std::array<int, 4> kRecentKeys = {237, 238, 239, 240};
@@ -182,10 +184,24 @@ void MainWindowLogic::OpenRecent(int command) {
   if (index >= recents_.size() || !form_.LeaveForm()) return;
   const std::string path = recents_[index];
   const std::string former = session_.CurrentMainFile();
-  if (session_.SamePath(path, former) || BelongsToAnotherSeat(path)) return;
+  if (!session_.SamePath(path, former) && !BelongsToAnotherSeat(path)) OpenInPlace(path);
+}
+
+void MainWindowLogic::OpenInPlace(const std::string& path) {
+  const std::string former = session_.CurrentMainFile();
   LetGoOfDirectory();
   if (!session_.OpenDirectoryChecked(path, false)) session_.OpenDirectoryChecked(former, false);
   ReloadAfterOpen();
+}
+
+void MainWindowLogic::OpenDropped(const std::string& path) {
+  if (!form_.LeaveForm()) return;
+  const PathPieces pieces = PathSplit(path);
+  if (path.size() > kLongestDroppedPath || CompareKey(pieces.extension, ".DAN", 5) != 0) {
+    session_.services().messages.ShowMessage(MessageStyle::kError, 79, 49);
+    return;
+  }
+  OpenInPlace(path);
 }
 
 // Such a directory is passed over without a word.

@@ -65,6 +65,9 @@ class MainWindowLogic : private CardList::Observer {
   void ShowStatusOf(int item);
   void ShowStatusText(int text);
 
+  // A file dropped on the window: opened in place of the open directory when it is a main file.
+  void OpenDropped(const std::string& path);
+
   // The list's part of keys and clicks.
   void JumpToLetter(char letter);
 
@@ -87,6 +90,8 @@ class MainWindowLogic : private CardList::Observer {
   void RebuildRecents();
   void WriteRecents();
   void OpenRecent(int command);
+  // When that fails, the former directory comes back.
+  void OpenInPlace(const std::string& path);
   [[nodiscard]] bool BelongsToAnotherSeat(const std::string& path) const;
   void LetGoOfDirectory();
   void DeleteCard();

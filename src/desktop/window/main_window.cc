@@ -2,10 +2,13 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDragEnterEvent>
 #include <QKeyEvent>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QScrollBar>
 #include <QTimer>
+#include <QUrl>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -37,6 +40,7 @@ MainWindow::MainWindow(Session& session, BusyState& busy, int list_capacity)
   setCentralWidget(central);
   this->layout()->setSizeConstraint(QLayout::SetFixedSize);
   setWindowFlag(Qt::WindowMaximizeButtonHint, false);
+  setAcceptDrops(true);
   tip_ = new BubbleTip(this);
   tip_->SetAllowed(session.settings().balloons);
   SetTabOrders();
@@ -141,6 +145,19 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   } else {
     event->ignore();
   }
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (event->mimeData()->hasUrls() && !busy_.IsBusy()) event->acceptProposedAction();
+}
+
+// The first file counts. It is opened when the program it was dragged from has got its answer.
+void MainWindow::dropEvent(QDropEvent* event) {
+  const QList<QUrl> urls = event->mimeData()->urls();
+  if (urls.isEmpty() || !urls.first().isLocalFile() || busy_.IsBusy()) return;
+  event->acceptProposedAction();
+  const std::string path = urls.first().toLocalFile().toStdString();
+  QTimer::singleShot(0, this, [this, path] { logic_.OpenDropped(path); });
 }
 
 void MainWindow::EndWindow() {
