@@ -61,6 +61,11 @@ IndexKey RebuildKeyOf(const CardRecord& card, int key_field) {
   return ToKey(text);
 }
 
+bool MayBeFiledUnder(const IndexKey& stored, const CardRecord& card, int key_field) {
+  return SameKey(stored, FiledKey(IndexKeyOf(card, key_field))) ||
+         SameKey(stored, FiledKey(RebuildKeyOf(card, key_field)));
+}
+
 std::string SearchKeyOf(const CardRecord& example, int key_field) {
   std::string text = example.FieldText(key_field).bytes();
   UpperCaseRun(text, kKeySize);

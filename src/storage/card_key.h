@@ -45,6 +45,19 @@ using IndexKey = std::array<char, kKeySize>;
   return first != 0 && static_cast<signed char>(first) < '0' ? '0' : first;
 }
 
+// The key as an index holds it.
+[[nodiscard]] constexpr IndexKey FiledKey(IndexKey key) {
+  key[0] = static_cast<char>(FiledLetter(static_cast<unsigned char>(key[0])));
+  return key;
+}
+
+[[nodiscard]] inline bool SameKey(const IndexKey& a, const IndexKey& b) {
+  return CompareKey(KeyView(a), KeyView(b), kKeySize) == 0;
+}
+
+// True when an index may hold the card under this key: as an add or as a rebuild files it.
+[[nodiscard]] bool MayBeFiledUnder(const IndexKey& stored, const CardRecord& card, int key_field);
+
 // How lists show a card. The company styles serve the company index, the person styles the name
 // index and every emission list.
 struct LabelStyles {

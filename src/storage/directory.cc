@@ -78,8 +78,11 @@ bool Directory::OpenIndexes() {
   for (int number = 1; number <= 2; ++number) {
     KeyIndex& store = index(number);
     const bool there = services_.files.Exists(store.path());
-    if (there && store.CheckKeyIndex(main_.end_offset(), counts_differ)) continue;
-    if (!BuildKeyIndex(number)) return false;
+    if (there && store.CheckKeyIndex(main_.end_offset(), counts_differ)) {
+      DropStaleSlots(number);
+    } else if (!BuildKeyIndex(number)) {
+      return false;
+    }
   }
   return true;
 }
@@ -93,6 +96,28 @@ bool Directory::BuildKeyIndex(int number) {
   });
   store.Flush();
   return true;
+}
+
+void Directory::DropStaleSlots(int number) {
+  KeyIndex& store = index(number);
+  std::vector<bool> filed(main_.count() + size_t{1});
+  std::vector<bool> filed_twice(filed.size());
+  bool any_twice = false;
+  const auto card_of = [](const IndexSlot& slot) { return slot.card_offset / kCardSize; };
+  store.ForEachUsed([&](const IndexSlot& slot) {
+    const size_t card = card_of(slot);
+    if (card >= filed.size()) return;
+    if (filed[card]) any_twice = filed_twice[card] = true;
+    filed[card] = true;
+  });
+  if (!any_twice) return;
+  const int key_field = number == 1 ? kSte1 : kNom;
+  store.RemoveSlotsIf([&](const IndexSlot& slot) {
+    CardRecord card;
+    if (!filed_twice[card_of(slot)] || !main_.ReadCard(slot.card_offset, card)) return false;
+    return !MayBeFiledUnder(slot.key, card, key_field);
+  });
+  store.Flush();
 }
 
 bool Directory::OpenAddressFile(AddressMode mode, bool silent) {

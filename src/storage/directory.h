@@ -118,6 +118,9 @@ class Directory {
   OpenResult CloseAfter(OpenResult result);
   bool OpenIndexes();
   bool BuildKeyIndex(int number);
+  // Takes the slots out of an index that a delete could not reach: those of a card that has a
+  // second slot, under a key that is not its own.
+  void DropStaleSlots(int number);
   bool OpenAddressFile(AddressMode mode, bool silent);
   bool RebuildAddressFile(AddressMode mode, bool silent);
   // Number flags of every card, by its place in the main file.

@@ -23,15 +23,6 @@ struct CardFacts {
   uint8_t number_flags = 0;
 };
 
-IndexKey Filed(IndexKey key) {
-  key[0] = static_cast<char>(FiledLetter(static_cast<unsigned char>(key[0])));
-  return key;
-}
-
-bool SameKey(const IndexKey& a, const IndexKey& b) {
-  return CompareKey(KeyView(a), KeyView(b), kKeySize) == 0;
-}
-
 class FamilyChecker {
  public:
   FamilyChecker(FileSystem& files, const FamilyPaths& paths, int key_field)
@@ -104,8 +95,8 @@ class FamilyChecker {
                file.Read(offset, std::as_writable_bytes(std::span(block))) / kCardSize) {
       for (size_t i = 0; i < count; ++i) {
         const CardRecord& card = block[i];
-        cards_.push_back({{Filed(IndexKeyOf(card, kSte1)), Filed(IndexKeyOf(card, kNom))},
-                          {Filed(RebuildKeyOf(card, kSte1)), Filed(RebuildKeyOf(card, kNom))},
+        cards_.push_back({{FiledKey(IndexKeyOf(card, kSte1)), FiledKey(IndexKeyOf(card, kNom))},
+                          {FiledKey(RebuildKeyOf(card, kSte1)), FiledKey(RebuildKeyOf(card, kNom))},
                           NumberFlagsOf(card)});
       }
       offset += count * kCardSize;

@@ -76,6 +76,20 @@ class KeyIndex {
     }
   }
 
+  // Takes out every used slot for which `stale(const IndexSlot&)` is true, closing its chain up.
+  template <class Stale>
+  void RemoveSlotsIf(Stale stale) {
+    // From the end, so that what is pulled up has been looked at.
+    for (size_t page = page_count() * kIndexPageSize; page > 0;) {
+      page -= kIndexPageSize;
+      for (size_t slot = kSlotsPerPage; slot-- > 0;) {
+        const IndexSlot entry = SlotAt(page, slot);
+        if (entry.used() && stale(entry)) CloseGap(page, slot);
+      }
+    }
+    in_order_ = IsInOrder();
+  }
+
   enum class FlushTo { kFile, kDisk };
   // Brings the file to what the image holds; with kDisk that is on the disk when this returns.
   void Flush(FlushTo to = FlushTo::kFile);
