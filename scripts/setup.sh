@@ -9,7 +9,7 @@ set -euo pipefail
 
 packages=(build-essential cmake ninja-build ccache pkg-config git python3 clang-format
   libcli11-dev libfmt-dev nlohmann-json3-dev libgtest-dev libgmock-dev
-  qt6-base-dev qt6-svg-dev fonts-dejavu-core xvfb xauth xdotool)
+  qt6-base-dev qt6-svg-dev qt6-translations-l10n fonts-dejavu-core xvfb xauth xdotool)
 for option in "$@"; do
   case $option in
     --bench) packages+=(libbenchmark-dev libsqlite3-dev) ;;
