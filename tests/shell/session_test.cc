@@ -271,6 +271,8 @@ TEST_F(SessionTest, OtherRolesDoNotFallBack) {
 }
 
 TEST_F(SessionTest, AfterAThousandNamesThereIsNoDirectoryAndNoMessage) {
+  SetProfile("File2", "&2 /a/B.DAN");
+  SetProfile("File3", "&3 /a/C.DAN");
   files.StopAfter(0);
   EXPECT_FALSE(Start());
   EXPECT_TRUE(fell_back);
@@ -281,6 +283,11 @@ TEST_F(SessionTest, AfterAThousandNamesThereIsNoDirectoryAndNoMessage) {
   EXPECT_EQ(view.title, "");
   EXPECT_EQ(view.recents, std::vector<std::string>());
   EXPECT_EQ(view.focus, kControlList);
+  // The recent directories that no menu shows stay in the profile as they are.
+  files.Heal();
+  EXPECT_TRUE(window().RequestQuit());
+  EXPECT_EQ(Profile("File2"), "&2 /a/B.DAN");
+  EXPECT_EQ(Profile("File3"), "&3 /a/C.DAN");
   for (int number = 1; number <= 1000; ++number) {
     const std::string stem = home + FormatPrintf("CARN%03d", {number});
     ::unlink(DirectoryGuard::LockFilePath(stem + ".ADR").c_str());

@@ -62,8 +62,11 @@ void MainWindow::ConnectList() {
           [this](int row) { logic_.list().SetCurrentRow(row); });
   connect(list_, &CardListView::rowClicked, this, [this](int row, Qt::KeyboardModifiers keys) {
     logic_.list().ForgetTypedLetter();
-    if ((keys & Qt::ControlModifier) != 0) logic_.list().ToggleMark(row);
+    // With Shift the span that follows turns this row too.
+    const bool alone = (keys & Qt::ShiftModifier) == 0;
+    if (alone && (keys & Qt::ControlModifier) != 0) logic_.list().ToggleMark(row);
   });
+  connect(list_, &CardListView::rowDoubleClicked, this, [this] { logic_.ListDoubleClicked(); });
   connect(list_, &CardListView::markAndStep, this,
           [this](int step) { logic_.list().ToggleAndMove(step); });
   connect(list_, &CardListView::spanMoved, this,

@@ -100,6 +100,28 @@ TEST_F(Browsing, ControlClickAndShiftClickMark) {
   EXPECT_EQ(List()->CurrentRow(), 4);
 }
 
+TEST_F(Browsing, ShiftClickWithControlTurnsTheClickedRowOnce) {
+  StartWithNine();
+  ClickRow(1);
+  QTest::keyPress(List(), Qt::Key_Shift);
+  ClickRow(3, Qt::ShiftModifier | Qt::ControlModifier);
+  EXPECT_EQ(MarkedRows(), (Numbers{1, 2, 3}));
+}
+
+TEST_F(Browsing, ADoubleClickCountsAsAChangeOfMarks) {
+  StartWithNine();
+  const auto time = [this] {
+    return files.Open(DefaultPath() + ".DAN", OpenMode::kRead)->ModificationTime();
+  };
+  const int64_t before = time();
+  clock.Advance(100);
+  const QPoint second_row = List()->RowRect(1).center();
+  QTest::mouseDClick(List()->viewport(), Qt::LeftButton, Qt::NoModifier, second_row);
+  EXPECT_EQ(MarkedRows(), Numbers{});
+  Choose(206);
+  EXPECT_EQ(time(), before + 100);
+}
+
 TEST_F(Browsing, ShiftEndInvertsUpToTheEnd) {
   StartWithNine();
   ClickRow(6);
