@@ -62,6 +62,20 @@ TEST_F(SessionTest, KeepsTheSettingsOfTheProfile) {
   for (const auto& [key, text] : stored) EXPECT_EQ(Profile(key), text);
 }
 
+TEST_F(SessionTest, TooltipsFollowTheSuiteWhenASiblingStartsTheProgram) {
+  SetProfile("Balloons", "0");
+  StartSession();
+  EXPECT_FALSE(session->settings().balloons);
+  StartupRequest request;
+  request.caller_window = 7;
+  StartSession(request);
+  EXPECT_TRUE(session->settings().balloons);
+  profile.Write("ApplDROV", "Balloons", "0");
+  SetProfile("Balloons", "1");
+  StartSession(request);
+  EXPECT_FALSE(session->settings().balloons);
+}
+
 TEST_F(SessionTest, DirectOpeningReadsDefaultsAndWritesNothing) {
   Build(home + "direct", {CardWith({{kSte1, "ALPHA"}})});
   SetProfile("Idindex", "10");

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTimer>
 #include <QUrl>
@@ -102,6 +103,9 @@ void MainWindow::ConnectForm() {
 void MainWindow::Start() {
   panel_->SetKeyField(session_.settings().key_field);
   logic_.Start();
+  layout()->activate();
+  const QRect place = screen()->availableGeometry();
+  move(place.center() - QRect(QPoint(), sizeHint()).center());
   start_top_row_ = logic_.list().top_row();
   if (logic_.list().not_loaded_count() > 0) {
     QTimer::singleShot(0, this, [this] { logic_.TellNotLoaded(); });

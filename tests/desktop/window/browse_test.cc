@@ -32,6 +32,14 @@ TEST_F(Browsing, StartsOnTheListWithTheFirstCardShown) {
   EXPECT_EQ(Text(150), "ZORRO");
 }
 
+TEST_F(Browsing, TheWindowStandsInTheMiddleOfTheScreen) {
+  StartWithNine();
+  const QPoint off = QRect(window->pos(), window->size()).center() -
+                     window->screen()->availableGeometry().center();
+  EXPECT_LE(std::abs(off.x()), 1);
+  EXPECT_LE(std::abs(off.y()), 1);
+}
+
 TEST_F(Browsing, ARepeatedLetterWalksForward) {
   StartWithNine();
   Type("b");
