@@ -83,7 +83,7 @@ void MainWindow::ConnectList() {
     if (start_top_row_ < 0) logic_.list().SetTopRow(row);
   });
   tabs_->SetMayLeave(
-      [this] { return logic_.form().mode() != FormMode::kChanged || logic_.form().LeaveForm(); });
+      [this] { return logic_.form().mode() == FormMode::kRest || logic_.form().LeaveForm(); });
 }
 
 void MainWindow::ConnectForm() {

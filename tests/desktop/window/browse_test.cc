@@ -139,6 +139,20 @@ TEST_F(Browsing, ShiftEndInvertsUpToTheEnd) {
   EXPECT_EQ(Text(183), "3");
 }
 
+TEST_F(Browsing, KeysOfTheToolkitsListsDoNothing) {
+  StartWithNine();
+  ClickRow(4);
+  Key(Qt::Key_A, Qt::ControlModifier);
+  Key(Qt::Key_F2);
+  Key(Qt::Key_Return);
+  Key(Qt::Key_Escape);
+  EXPECT_EQ(List()->CurrentRow(), 4);
+  EXPECT_EQ(MarkedRows(), Numbers{});
+  EXPECT_EQ(Focus(), 195);
+  EXPECT_EQ(Asked(), Texts{});
+  EXPECT_EQ(ended, 0);
+}
+
 TEST_F(Browsing, TheMarkButtonIsSpaceWithoutTheStep) {
   StartWithNine();
   ClickRow(3);
