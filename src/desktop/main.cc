@@ -3,6 +3,7 @@
 #include <QLibraryInfo>
 #include <QSessionManager>
 #include <QTranslator>
+#include <algorithm>
 #include <iostream>
 
 #include "desktop/controls/faces.h"
@@ -17,9 +18,12 @@
 namespace carnetel::desktop {
 namespace {
 
-// Rows that the list takes, for trying out what happens when there are more.
-int ListCapacity(const UserProfile& profile) {
-  return profile.Int(LoadText(231), "ListCapacity", static_cast<int>(kMaxCards));
+// Rows that the list takes, for trying out what happens when there are more. A directory named
+// directly makes every setting read as its default, this one too.
+int ListCapacity(const Session& session, const UserProfile& profile) {
+  constexpr int kMostRows = static_cast<int>(kMaxCards);
+  if (session.request().direct_open) return kMostRows;
+  return std::clamp(profile.Int(LoadText(231), "ListCapacity", kMostRows), 0, kMostRows);
 }
 
 void RunMainWindow(QApplication& application, Session& session, BusyState& busy, int capacity) {
@@ -68,12 +72,11 @@ int Run(int argc, char** argv) {
   session.SetDebugLine(DebugLineFor(environment));
   session.Start();
   bool fell_back = false;
-  const bool opened = session.OpenAtStart(&fell_back);
+  (void)session.OpenAtStart(&fell_back);
   if (session.role().command == kRoleMainWindow) {
-    RunMainWindow(application, session, busy, ListCapacity(profile));
-  } else if (!opened) {
-    return 0;
+    RunMainWindow(application, session, busy, ListCapacity(session, profile));
   }
+  // Also when the opening failed for a role that runs nothing then and tells nobody.
   session.Exit();
   return 0;
 }

@@ -199,7 +199,10 @@ bool CardForm::AskDiscard() {
 bool CardForm::LeaveForm() {
   // The question is up: whoever comes meanwhile waits for the next occasion.
   if (mode_ == FormMode::kAsking) return false;
+  const bool row_has_moved = mode_ == FormMode::kLeaving;
+  const uint32_t edited_card = displayed_card_;
   if (mode_ != FormMode::kRest && !AskDiscard()) {
+    if (row_has_moved && edited_card != 0) list_.FindCardRow(edited_card);
     view_.FocusControl(return_field_);
     return false;
   }

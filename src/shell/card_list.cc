@@ -19,6 +19,18 @@ int32_t CardList::marked_count() const {
   return directory_ == nullptr ? 0 : directory_->marked_count();
 }
 
+namespace {
+
+// Row numbers are signed and of 16 bits: with more entries than they reach, the last one turns
+// negative and the list that goes to it comes up empty. Such a file comes from elsewhere only, and
+// it has to stay so.
+uint32_t EndOfRows(uint32_t entry_count) {
+  const auto rows = static_cast<int16_t>(entry_count);
+  return EntryPosition(rows < 0 ? 0 : static_cast<uint32_t>(rows));
+}
+
+}  // namespace
+
 void CardList::ListRefill(const LetterRange& range) {
   range_ = range;
   const int current = current_row_;
@@ -33,7 +45,7 @@ void CardList::ListRefill(const LetterRange& range) {
   }
   directory_->set_marked_count(0);
   const AddressFile& address = directory_->address();
-  const uint32_t end = EntryPosition(address.entry_count());
+  const uint32_t end = EndOfRows(address.entry_count());
   // A group's members are scattered over the file, so its scan covers all of it.
   const bool whole = group_.row != 0;
   const uint32_t start = whole ? EntryPosition(0) : address.letters().Start(range.first);

@@ -36,7 +36,8 @@ MainWindowLogic::MainWindowLogic(Session& session, MainWindowView& view, int lis
 void MainWindowLogic::Start() {
   view_.SetEditLook(false);
   form_.ShowZone(session_.settings().shows_references ? FormZone::kReferences : FormZone::kNotes);
-  ReadRecents();
+  // Without a directory the menu has none of them, and the profile keeps what it has.
+  if (session_.directory() != nullptr) ReadRecents();
   ReloadAfterOpen();
   view_.FocusList();
 }
@@ -289,6 +290,11 @@ void MainWindowLogic::ShowStatusText(int text) {
 
 void MainWindowLogic::JumpToLetter(char letter) {
   if (!list_.JumpToLetter(letter)) view_.Beep();
+}
+
+void MainWindowLogic::ListDoubleClicked() {
+  if (session_.directory() != nullptr) session_.directory()->set_selection_dirty();
+  form_.UpdateButtons();
 }
 
 void MainWindowLogic::TellNotLoaded() {

@@ -70,6 +70,8 @@ class MainWindowLogic : private CardList::Observer {
 
   // The list's part of keys and clicks.
   void JumpToLetter(char letter);
+  // Counts as a change of marks, whether it made one or not.
+  void ListDoubleClicked();
 
   // The message that the list is full, when cards had no place in it; posted after the start.
   void TellNotLoaded();

@@ -13,6 +13,7 @@ constexpr int kDefaultDirectoryName = 52;
 constexpr int kFallbackName = 275;
 constexpr int kMostFallbacks = 1000;
 constexpr int kFile1 = 237;
+constexpr int kBalloons = 263;
 // How long an open waits for another program that works on the same files.
 constexpr std::chrono::milliseconds kGuardWait{5000};
 
@@ -51,6 +52,10 @@ void Session::ProfileWrite(int key, std::string_view text) {
 void Session::Start() {
   ResolveFolders();
   settings_ = request_.direct_open ? Settings() : ReadSettings(services_.profile);
+  // A sibling brings the whole suite's choice along.
+  if (!request_.direct_open && request_.caller_window != 0) {
+    settings_.balloons = services_.profile.Int(LoadText(230), LoadText(kBalloons), 1) != 0;
+  }
   current_path_ = request_.direct_open ? request_.direct_path : settings_.recent_directory;
   ResolveDirectory();
   WriteSettingsBack();

@@ -152,6 +152,7 @@ class Afternoon:
             program.kill()
             program.wait()
         self.check_what_was_saved(before)
+        self.failed_role_keeps_its_directory()
 
     def check_what_was_saved(self, before):
         after = self.cards()
@@ -167,6 +168,19 @@ class Afternoon:
         marked = [card["row"] for card in after if card["marked"]]
         assert marked == [1, 2, 4], marked
         self.tool("check")
+
+    def failed_role_keeps_its_directory(self):
+        """A chooser whose directory cannot be opened tells nobody, and notes it as the recent one."""
+        folder = os.path.dirname(self.stem)
+        main_file = os.path.join(folder, "CARNETEL.DAN")
+        with open(main_file, "w", encoding="ascii") as file:
+            file.write("no directory")
+        caller = "-APP ? -FILE x -TYPE 2 -HWND 7 -NUM 0 -APPLI X -NUMP 0".split()
+        run = subprocess.run([PROGRAM, *caller], env=self.environment, capture_output=True,
+                             timeout=20, check=False)
+        assert (run.returncode, run.stdout) == (0, b""), run
+        with open(self.environment["CARNETEL_PROFILE"], encoding="utf-8") as profile:
+            assert f"File1=&1 {main_file}" in profile.read().splitlines()
 
     def close(self):
         self.screen.close()

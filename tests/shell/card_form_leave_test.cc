@@ -170,9 +170,13 @@ TEST_F(CardFormTest, ACommandInFrontOfTheWaitingQuestionAsksInItsPlace) {
   list().ToggleMark(1);
   view.Type(156, "LYON");
   view.Focus(kControlList);
+  list().SetCurrentRow(2);
   messages.Answer(MessageButton::kNo);
   view.Run(213);
   EXPECT_EQ(messages.TakeShown(), kDiscardQuestion);
+  // The row is that of the card under edit again.
+  EXPECT_EQ(list().current_row(), 0);
+  EXPECT_EQ(view.Text(150), "ALPHA");
   EXPECT_EQ(view.marked, 1);
   ExpectState(FormMode::kChanged, FormPurpose::kCard);
   EXPECT_EQ(view.focus, 156);

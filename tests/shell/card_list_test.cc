@@ -272,6 +272,24 @@ TEST_F(CardListTest, AChangeOfMarksGivesTheDirectoryANewTime) {
   EXPECT_EQ(time(), before + 100);
 }
 
+TEST_F(CardListTest, MoreEntriesThanRowNumbersReachGiveAnEmptyWholeList) {
+  // From elsewhere: 32768 cards, all of them under A but the last, which is the only B.
+  Build({});
+  std::vector<std::byte> bytes = memory.Contents(home + "CARNETEL.DAN");
+  bytes.resize(768 * size_t{32769});
+  for (size_t card = 1; card <= 32768; ++card) bytes[card * 768] = std::byte{'A'};
+  bytes[32768 * size_t{768}] = std::byte{'B'};
+  memory.SetContents(home + "CARNETEL.DAN", bytes);
+  Start();
+  EXPECT_EQ(session->directory()->address().entry_count(), 32768u);
+  EXPECT_EQ(list().row_count(), 0);
+  EXPECT_EQ(view.position, "1 / 0");
+  // A letter whose rows can be told is there.
+  window().Dispatch(656);
+  EXPECT_EQ(list().row_count(), 32767);
+  EXPECT_EQ(view.position, "1 / 32767");
+}
+
 TEST_F(CardListTest, SpaceMarksAndGoesOn) {
   BuildFive();
   Start();

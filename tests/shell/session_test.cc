@@ -62,6 +62,20 @@ TEST_F(SessionTest, KeepsTheSettingsOfTheProfile) {
   for (const auto& [key, text] : stored) EXPECT_EQ(Profile(key), text);
 }
 
+TEST_F(SessionTest, TooltipsFollowTheSuiteWhenASiblingStartsTheProgram) {
+  SetProfile("Balloons", "0");
+  StartSession();
+  EXPECT_FALSE(session->settings().balloons);
+  StartupRequest request;
+  request.caller_window = 7;
+  StartSession(request);
+  EXPECT_TRUE(session->settings().balloons);
+  profile.Write("ApplDROV", "Balloons", "0");
+  SetProfile("Balloons", "1");
+  StartSession(request);
+  EXPECT_FALSE(session->settings().balloons);
+}
+
 TEST_F(SessionTest, DirectOpeningReadsDefaultsAndWritesNothing) {
   Build(home + "direct", {CardWith({{kSte1, "ALPHA"}})});
   SetProfile("Idindex", "10");
@@ -271,6 +285,8 @@ TEST_F(SessionTest, OtherRolesDoNotFallBack) {
 }
 
 TEST_F(SessionTest, AfterAThousandNamesThereIsNoDirectoryAndNoMessage) {
+  SetProfile("File2", "&2 /a/B.DAN");
+  SetProfile("File3", "&3 /a/C.DAN");
   files.StopAfter(0);
   EXPECT_FALSE(Start());
   EXPECT_TRUE(fell_back);
@@ -281,6 +297,11 @@ TEST_F(SessionTest, AfterAThousandNamesThereIsNoDirectoryAndNoMessage) {
   EXPECT_EQ(view.title, "");
   EXPECT_EQ(view.recents, std::vector<std::string>());
   EXPECT_EQ(view.focus, kControlList);
+  // The recent directories that no menu shows stay in the profile as they are.
+  files.Heal();
+  EXPECT_TRUE(window().RequestQuit());
+  EXPECT_EQ(Profile("File2"), "&2 /a/B.DAN");
+  EXPECT_EQ(Profile("File3"), "&3 /a/C.DAN");
   for (int number = 1; number <= 1000; ++number) {
     const std::string stem = home + FormatPrintf("CARN%03d", {number});
     ::unlink(DirectoryGuard::LockFilePath(stem + ".ADR").c_str());

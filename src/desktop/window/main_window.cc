@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTimer>
 #include <QUrl>
@@ -62,8 +63,11 @@ void MainWindow::ConnectList() {
           [this](int row) { logic_.list().SetCurrentRow(row); });
   connect(list_, &CardListView::rowClicked, this, [this](int row, Qt::KeyboardModifiers keys) {
     logic_.list().ForgetTypedLetter();
-    if ((keys & Qt::ControlModifier) != 0) logic_.list().ToggleMark(row);
+    // With Shift the span that follows turns this row too.
+    const bool alone = (keys & Qt::ShiftModifier) == 0;
+    if (alone && (keys & Qt::ControlModifier) != 0) logic_.list().ToggleMark(row);
   });
+  connect(list_, &CardListView::rowDoubleClicked, this, [this] { logic_.ListDoubleClicked(); });
   connect(list_, &CardListView::markAndStep, this,
           [this](int step) { logic_.list().ToggleAndMove(step); });
   connect(list_, &CardListView::spanMoved, this,
@@ -79,7 +83,7 @@ void MainWindow::ConnectList() {
     if (start_top_row_ < 0) logic_.list().SetTopRow(row);
   });
   tabs_->SetMayLeave(
-      [this] { return logic_.form().mode() != FormMode::kChanged || logic_.form().LeaveForm(); });
+      [this] { return logic_.form().mode() == FormMode::kRest || logic_.form().LeaveForm(); });
 }
 
 void MainWindow::ConnectForm() {
@@ -99,6 +103,9 @@ void MainWindow::ConnectForm() {
 void MainWindow::Start() {
   panel_->SetKeyField(session_.settings().key_field);
   logic_.Start();
+  layout()->activate();
+  const QRect place = screen()->availableGeometry();
+  move(place.center() - QRect(QPoint(), sizeHint()).center());
   start_top_row_ = logic_.list().top_row();
   if (logic_.list().not_loaded_count() > 0) {
     QTimer::singleShot(0, this, [this] { logic_.TellNotLoaded(); });

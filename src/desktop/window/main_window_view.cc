@@ -128,6 +128,7 @@ void MainWindow::SetRecents(const std::vector<std::string>& texts) {
     action->setData(FromUtf8(text));
     action->setObjectName(QString::number(command));
     connect(action, &QAction::triggered, this, [this, command] { logic_.Dispatch(command); });
+    connect(action, &QAction::hovered, this, [this, command] { logic_.ShowStatusOf(command); });
     recent_actions_.append(action);
     ++command;
   }
@@ -165,7 +166,8 @@ void MainWindow::OpenConsultation() {
   consultation_ = new Consultation(this);
   connect(consultation_, &Consultation::stepped, this, [this](int step) {
     const int row = logic_.NextMarkedRow(logic_.list().current_row(), step);
-    if (row >= 0) logic_.list().SetCurrentRow(row);
+    // The main window's form may hold changes of the card that is left here.
+    if (row >= 0 && logic_.form().LeaveForm()) logic_.list().SetCurrentRow(row);
   });
   connect(consultation_, &QObject::destroyed, this, [this] {
     if (!ended_ && isVisible()) FocusList();

@@ -32,6 +32,14 @@ TEST_F(Browsing, StartsOnTheListWithTheFirstCardShown) {
   EXPECT_EQ(Text(150), "ZORRO");
 }
 
+TEST_F(Browsing, TheWindowStandsInTheMiddleOfTheScreen) {
+  StartWithNine();
+  const QPoint off = QRect(window->pos(), window->size()).center() -
+                     window->screen()->availableGeometry().center();
+  EXPECT_LE(std::abs(off.x()), 1);
+  EXPECT_LE(std::abs(off.y()), 1);
+}
+
 TEST_F(Browsing, ARepeatedLetterWalksForward) {
   StartWithNine();
   Type("b");
@@ -100,6 +108,28 @@ TEST_F(Browsing, ControlClickAndShiftClickMark) {
   EXPECT_EQ(List()->CurrentRow(), 4);
 }
 
+TEST_F(Browsing, ShiftClickWithControlTurnsTheClickedRowOnce) {
+  StartWithNine();
+  ClickRow(1);
+  QTest::keyPress(List(), Qt::Key_Shift);
+  ClickRow(3, Qt::ShiftModifier | Qt::ControlModifier);
+  EXPECT_EQ(MarkedRows(), (Numbers{1, 2, 3}));
+}
+
+TEST_F(Browsing, ADoubleClickCountsAsAChangeOfMarks) {
+  StartWithNine();
+  const auto time = [this] {
+    return files.Open(DefaultPath() + ".DAN", OpenMode::kRead)->ModificationTime();
+  };
+  const int64_t before = time();
+  clock.Advance(100);
+  const QPoint second_row = List()->RowRect(1).center();
+  QTest::mouseDClick(List()->viewport(), Qt::LeftButton, Qt::NoModifier, second_row);
+  EXPECT_EQ(MarkedRows(), Numbers{});
+  Choose(206);
+  EXPECT_EQ(time(), before + 100);
+}
+
 TEST_F(Browsing, ShiftEndInvertsUpToTheEnd) {
   StartWithNine();
   ClickRow(6);
@@ -107,6 +137,20 @@ TEST_F(Browsing, ShiftEndInvertsUpToTheEnd) {
   Key(Qt::Key_End, Qt::ShiftModifier);
   EXPECT_EQ(MarkedRows(), (Numbers{6, 7, 8}));
   EXPECT_EQ(Text(183), "3");
+}
+
+TEST_F(Browsing, KeysOfTheToolkitsListsDoNothing) {
+  StartWithNine();
+  ClickRow(4);
+  Key(Qt::Key_A, Qt::ControlModifier);
+  Key(Qt::Key_F2);
+  Key(Qt::Key_Return);
+  Key(Qt::Key_Escape);
+  EXPECT_EQ(List()->CurrentRow(), 4);
+  EXPECT_EQ(MarkedRows(), Numbers{});
+  EXPECT_EQ(Focus(), 195);
+  EXPECT_EQ(Asked(), Texts{});
+  EXPECT_EQ(ended, 0);
 }
 
 TEST_F(Browsing, TheMarkButtonIsSpaceWithoutTheStep) {

@@ -308,6 +308,10 @@ TEST_F(Commands, MenuItemsTellThemselvesInTheStatusLine) {
   EXPECT_TRUE(window->MenuAction(207)->shortcut().isEmpty());
   Q_EMIT window->MenuAction(209)->hovered();
   EXPECT_EQ(Text(194).toStdString(), LoadText(68));
+  auto* recent = window->findChild<QAction*>(QStringLiteral("225"));
+  ASSERT_NE(recent, nullptr);
+  Q_EMIT recent->hovered();
+  EXPECT_EQ(Text(194).toStdString(), LoadText(59));
   Button(1001)->setFocus(Qt::TabFocusReason);
   EXPECT_EQ(Text(194).toStdString(), LoadText(70));
 }

@@ -82,6 +82,28 @@ TEST_F(Consulting, OpensOnceAndFollowsTheList) {
   EXPECT_EQ(Shown(150), "ALPHA");
 }
 
+TEST_F(Consulting, AStepAsksBeforeItLeavesAChangedForm) {
+  Open();
+  Reactivate();
+  // Both windows have a control of that number.
+  auto* phone = window->centralWidget()->findChild<QLineEdit*>(QStringLiteral("158"));
+  ASSERT_NE(phone, nullptr);
+  phone->setFocus(Qt::MouseFocusReason);
+  Type("01");
+  ASSERT_EQ(phone->text(), "01");
+  Answer(MessageButton::kNo);
+  Answer(MessageButton::kYes);
+  QTest::mouseClick(Step(216), Qt::LeftButton);
+  EXPECT_EQ(Asked().size(), 1u);
+  EXPECT_EQ(phone->text(), "01");
+  EXPECT_EQ(List()->CurrentRow(), 1);
+  QTest::mouseClick(Step(216), Qt::LeftButton);
+  EXPECT_EQ(Asked().size(), 1u);
+  EXPECT_EQ(Shown(150), "CHARLIE");
+  EXPECT_EQ(phone->text(), "");
+  EXPECT_EQ(Saved()[1].Field(kTel1), "");
+}
+
 TEST_F(Consulting, EndsWithTheWindow) {
   Open();
   Choose(206);
