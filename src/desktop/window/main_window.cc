@@ -15,7 +15,6 @@
 
 #include "base/string_table.h"
 #include "desktop/controls/focus_reason.h"
-#include "desktop/controls/wait_cursor.h"
 
 namespace carnetel::desktop {
 
