@@ -13,7 +13,7 @@ packages=(build-essential cmake ninja-build ccache pkg-config git python3 clang-
 for option in "$@"; do
   case $option in
     --bench) packages+=(libbenchmark-dev libsqlite3-dev) ;;
-    --clang) packages+=(clang clang-tidy) ;;
+    --clang) packages+=(clang clang-tidy libclang-rt-14-dev) ;;
     *)
       echo "setup.sh : option inconnue / unknown option: $option" >&2
       exit 2
