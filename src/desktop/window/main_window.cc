@@ -15,6 +15,7 @@
 
 #include "base/string_table.h"
 #include "desktop/controls/focus_reason.h"
+#include "desktop/controls/wait_cursor.h"
 
 namespace carnetel::desktop {
 
@@ -57,6 +58,11 @@ MainWindow::~MainWindow() {
   qApp->removeEventFilter(this);
 }
 
+void MainWindow::Run(int command) {
+  const WaitCursor wait;
+  logic_.Dispatch(command);
+}
+
 void MainWindow::ConnectList() {
   connect(list_, &CardListView::currentRowChanged, this,
           [this](int row) { logic_.list().SetCurrentRow(row); });
@@ -76,7 +82,7 @@ void MainWindow::ConnectList() {
   connect(list_, &CardListView::focusEntered, this, [this](Qt::FocusReason reason) {
     if (IsUserFocusChange(reason)) logic_.form().ListEntered();
   });
-  connect(tabs_, &LetterTabs::tabSelected, this, [this](int tab) { logic_.ApplyLetterTab(tab); });
+  connect(tabs_, &LetterTabs::tabSelected, this, [this](int tab) { Run(tab); });
   // Refills and the address file keep the row on top as the user has scrolled it.
   connect(list_->verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int row) {
     if (start_top_row_ < 0) logic_.list().SetTopRow(row);
@@ -90,7 +96,7 @@ void MainWindow::ConnectForm() {
           [this](int control, int row) { logic_.form().FieldChanged(control, row); });
   connect(panel_, &CardPanel::fieldEntered, this,
           [this](int control) { logic_.form().FieldEntered(control); });
-  connect(panel_, &CardPanel::confirmed, this, [this] { logic_.Dispatch(kCommandConfirm); });
+  connect(panel_, &CardPanel::confirmed, this, [this] { Run(kCommandConfirm); });
   connect(groups_, &PickerCombo::focusEntered, this, [this](Qt::FocusReason reason) {
     if (!IsUserFocusChange(reason)) return;
     QTimer::singleShot(0, this, [this] {
@@ -206,15 +212,15 @@ bool MainWindow::HandleKey(QKeyEvent* event) {
   const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
   const bool on_toolbar = control >= kButtonPrint && control <= kButtonQuit;
   if (event->key() == Qt::Key_Escape && plain) {
-    logic_.Dispatch(kCommandEscape);
+    Run(kCommandEscape);
     return true;
   }
   if (event->key() == Qt::Key_Insert && plain && (on_toolbar || control == kControlList)) {
-    logic_.Dispatch(kCommandCreateCard);
+    Run(kCommandCreateCard);
     return true;
   }
   if (event->key() == Qt::Key_Delete && plain && control == kControlList) {
-    logic_.Dispatch(kCommandDeleteCard);
+    Run(kCommandDeleteCard);
     return true;
   }
   return false;

@@ -69,6 +69,8 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   BubbleButton* MakeButton(const ButtonInfo& info, ButtonSize size);
   void PlaceZoneButtons();
   void SetTabOrders();
+  // Runs a command or a tab under the wait cursor; boxes that open meanwhile have the arrow.
+  void Run(int command);
   void ConnectList();
   void ConnectForm();
   void FocusMoved(QWidget* to);

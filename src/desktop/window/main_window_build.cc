@@ -60,7 +60,7 @@ void MainWindow::BuildMenu(const MenuPopup& popup) {
     action->setMenuRole(QAction::NoRole);
     actions_[item.command] = action;
     const int command = item.command;
-    connect(action, &QAction::triggered, this, [this, command] { logic_.Dispatch(command); });
+    connect(action, &QAction::triggered, this, [this, command] { Run(command); });
     connect(action, &QAction::hovered, this, [this, command] { logic_.ShowStatusOf(command); });
   }
   const int status = popup.status_text;
@@ -79,7 +79,7 @@ BubbleButton* MainWindow::MakeButton(const ButtonInfo& info, ButtonSize size) {
   button->setAccessibleName(Utf8(info.caption));
   buttons_[info.id] = button;
   const int id = info.id;
-  connect(button, &BubbleButton::clicked, this, [this, id] { logic_.Dispatch(id); });
+  connect(button, &BubbleButton::clicked, this, [this, id] { Run(id); });
   return button;
 }
 

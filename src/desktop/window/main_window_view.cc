@@ -92,7 +92,7 @@ void MainWindow::Beep() {
 }
 
 void MainWindow::PostCommand(int command) {
-  QTimer::singleShot(0, this, [this, command] { logic_.Dispatch(command); });
+  QTimer::singleShot(0, this, [this, command] { Run(command); });
 }
 
 void MainWindow::PostLeaveQuestion() {
@@ -127,7 +127,7 @@ void MainWindow::SetRecents(const std::vector<std::string>& texts) {
     QAction* action = file_menu_->addAction(MenuTextOf(FromUtf8(text), fontMetrics()));
     action->setData(FromUtf8(text));
     action->setObjectName(QString::number(command));
-    connect(action, &QAction::triggered, this, [this, command] { logic_.Dispatch(command); });
+    connect(action, &QAction::triggered, this, [this, command] { Run(command); });
     connect(action, &QAction::hovered, this, [this, command] { logic_.ShowStatusOf(command); });
     recent_actions_.append(action);
     ++command;

@@ -79,6 +79,21 @@ TEST_F(Commands, DeletingACardAsksWithItsName) {
   EXPECT_EQ(SavedCompanies(), Texts{"ALPHA"});
 }
 
+TEST_F(Commands, RunUnderTheWaitCursor) {
+  BuildCompanies(1);
+  Start();
+  const QCursor* during = nullptr;
+  Qt::CursorShape shape = Qt::ArrowCursor;
+  QObject::connect(window.get(), &MainWindow::ended, window.get(), [&] {
+    during = QApplication::overrideCursor();
+    if (during != nullptr) shape = during->shape();
+  });
+  Choose(206);
+  EXPECT_NE(during, nullptr);
+  EXPECT_EQ(shape, Qt::WaitCursor);
+  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
 TEST_F(Commands, DeleteInAFieldTakesACharacterOnly) {
   BuildCompanies(1);
   Start();
