@@ -1,7 +1,6 @@
 #include "selection/marks.h"
 
 namespace carnetel {
-namespace {
 
 bool ChangeMark(Directory& directory, uint32_t row, bool marked) {
   AddressFile& address = directory.address();
@@ -14,8 +13,6 @@ bool ChangeMark(Directory& directory, uint32_t row, bool marked) {
   directory.set_selection_dirty();
   return true;
 }
-
-}  // namespace
 
 bool SetMark(Directory& directory, uint32_t row, bool marked) {
   const bool changed = ChangeMark(directory, row, marked);

@@ -6,7 +6,11 @@
 
 namespace carnetel {
 
-// Marks or unmarks the card at a row of the whole file, from 0. True when the mark changed.
+// Marks or unmarks the card at a row of the whole file, from 0, and counts it; the caller commits.
+// True when the mark changed.
+bool ChangeMark(Directory& directory, uint32_t row, bool marked);
+
+// The same, on the disk when it returns.
 bool SetMark(Directory& directory, uint32_t row, bool marked);
 
 // Marks or unmarks every card.

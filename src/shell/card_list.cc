@@ -2,6 +2,7 @@
 
 #include "base/code_page.h"
 #include "base/format_text.h"
+#include "selection/marks.h"
 #include "storage/card_dispatch.h"
 
 namespace carnetel {
@@ -150,14 +151,9 @@ bool CardList::InvertMark(int row) {
   if (directory_ == nullptr || !HasRow(row)) return false;
   const int32_t found = mirror_.Find(CardOffset(row));
   if (found < 0) return false;
-  AddressFile& address = directory_->address();
-  const auto position = static_cast<uint32_t>(found);
-  EntrySlot entry = address.Entry(position);
-  const bool marked = !entry.bit(directory_->selection_bit());
-  entry.set_bit(directory_->selection_bit(), marked);
-  address.SetEntry(position, entry);
-  directory_->set_marked_count(directory_->marked_count() + (marked ? 1 : -1));
-  directory_->set_selection_dirty();
+  const auto entry_row = static_cast<uint32_t>(found);
+  const EntrySlot entry = directory_->address().Entry(entry_row);
+  ChangeMark(*directory_, entry_row, !entry.bit(directory_->selection_bit()));
   items_[static_cast<size_t>(row)] = -Item(row);
   observer_.RowRepainted(row);
   return true;

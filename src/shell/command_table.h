@@ -106,7 +106,6 @@ struct MenuState {
 
 // Number of the text that the status line shows for a menu item or a control.
 [[nodiscard]] int StatusTextOf(int item);
-inline constexpr int kStatusTextSystemMenu = 76;
 
 // Help topic of a menu item.
 [[nodiscard]] int HelpTopicOfCommand(int command);

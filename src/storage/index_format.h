@@ -33,6 +33,11 @@ constexpr size_t FirstPage(unsigned char letter) {
   return kIndexPageSize * static_cast<size_t>(letter >= 'A' ? letter - 'A' : letter - '0');
 }
 
+// Letters are compared as signed bytes throughout.
+constexpr bool Above(unsigned char a, unsigned char b) {
+  return static_cast<signed char>(a) > static_cast<signed char>(b);
+}
+
 // One slot, out of an index.
 struct IndexSlot {
   IndexKey key{};

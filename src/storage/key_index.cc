@@ -7,11 +7,6 @@ namespace {
 
 constexpr size_t kLastSlot = kSlotsPerPage - 1;
 
-// Letters are compared as signed bytes throughout.
-bool Above(unsigned char a, unsigned char b) {
-  return static_cast<signed char>(a) > static_cast<signed char>(b);
-}
-
 }  // namespace
 
 bool KeyIndex::CheckKeyIndex(uint32_t card_end, bool counts_differ) {

@@ -5,10 +5,6 @@
 namespace carnetel {
 namespace {
 
-bool Above(unsigned char a, unsigned char b) {
-  return static_cast<signed char>(a) > static_cast<signed char>(b);
-}
-
 unsigned char LetterNumber(size_t chain) {
   return static_cast<unsigned char>(kIndexLetters[chain]);
 }
