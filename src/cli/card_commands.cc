@@ -6,7 +6,7 @@
 #include "cli/card_arguments.h"
 #include "cli/card_output.h"
 #include "cli/commands.h"
-#include "shell/card_removal.h"
+#include "selection/card_removal.h"
 #include "storage/card_dispatch.h"
 #include "storage/card_edit.h"
 

@@ -2,7 +2,7 @@
 
 #include "base/format_text.h"
 #include "base/path.h"
-#include "shell/card_removal.h"
+#include "selection/card_removal.h"
 #include "storage/card_dispatch.h"
 
 namespace carnetel {

@@ -2,6 +2,7 @@
 
 #include "base/format_text.h"
 #include "base/path.h"
+#include "storage/upgrade.h"
 
 namespace carnetel {
 namespace {
@@ -90,6 +91,14 @@ void Session::ResolveDirectory() {
   current_path_ = folder + std::string(LoadText(kDefaultDirectoryName));
 }
 
+void Session::StoreSettings(const Settings& settings) {
+  settings_ = settings;
+  WriteSettingsBack();
+  // The whole suite's choice is not this program's.
+  if (request_.caller_window != 0) return;
+  services_.profile.WriteInt(Section(), LoadText(kBalloons), settings_.balloons ? 1 : 0);
+}
+
 void Session::WriteSettingsBack() {
   const auto write = [this](int key, int value) {
     services_.profile.WriteInt(Section(), LoadText(key), value);
@@ -101,7 +110,7 @@ void Session::WriteSettingsBack() {
   write(280, settings_.starts_at_first ? 1 : 0);
 }
 
-bool Session::OpenPath(const std::string& path) {
+OpenResult Session::OpenPath(const std::string& path, bool* upgraded) {
   CloseDirectory();
   DirectoryOptions options;
   options.path = path;
@@ -109,17 +118,17 @@ bool Session::OpenPath(const std::string& path) {
   options.key_field = settings_.key_field;
   const FamilyPaths paths(services_.files, path, options.shared_dir);
   guard_ = DirectoryGuard::Take(services_.files.Canonical(paths.Of(".ADR")), kGuardWait);
-  if (guard_ == nullptr) return false;
+  if (guard_ == nullptr) return OpenResult::kNoStore;
   directory_ = std::make_unique<Directory>(
       DirectoryServices{services_.files, services_.clock, services_.progress}, options);
-  const OpenResult result = directory_->OpenDirectory();
-  if (result == OpenResult::kOpened || result == OpenResult::kCreated) {
+  const OpenResult result = OpenUpgrading(*directory_, upgraded);
+  if (IsOpen(result)) {
     current_path_ = directory_->paths().stem();
-    return true;
+  } else {
+    directory_.reset();
+    guard_.reset();
   }
-  directory_.reset();
-  guard_.reset();
-  return false;
+  return result;
 }
 
 bool Session::AskForDefaultDirectory() {
@@ -129,16 +138,28 @@ bool Session::AskForDefaultDirectory() {
   const MessageButton answer =
       services_.messages.ShowMessage(MessageStyle::kOkCancel, 80, 190, path, "", owner);
   return answer == MessageButton::kOk &&
-         OpenPath(home_dir_ + std::string(LoadText(kDefaultDirectoryName)));
+         IsOpen(OpenPath(home_dir_ + std::string(LoadText(kDefaultDirectoryName))));
+}
+
+void Session::TakeOwnership() {
+  const bool requested = std::exchange(private_requested_, false);
+  if (!requested || directory_ == nullptr) return;
+  MainHeader& header = directory_->main().header();
+  if (header.owner() != 0) return;
+  header.set_owner(static_cast<uint16_t>(workstation_number_));
+  directory_->main().WriteHeader();
 }
 
 bool Session::OpenDirectoryChecked(const std::string& path, bool strict) {
-  bool opened = OpenPath(path);
-  if (opened && strict) {
-    const uint16_t owner = directory_->main().header().owner();
-    const bool foreign = owner != 0 && workstation_number_ != 0 && owner != workstation_number_;
-    if (foreign) opened = AskForDefaultDirectory();
+  bool upgraded = false;
+  const OpenResult result = OpenPath(path, &upgraded);
+  bool opened = IsOpen(result);
+  // One that was just made, or just upgraded, is nobody else's yet.
+  const bool checked = strict && !upgraded && result == OpenResult::kOpened;
+  if (checked && BelongsToAnotherSeat(directory_->main().header().owner())) {
+    opened = AskForDefaultDirectory();
   }
+  TakeOwnership();
   if (!opened && !strict) services_.messages.ShowMessage(MessageStyle::kError, 79, 49);
   if (opened || strict) list_position_restore_ = true;
   return opened;
@@ -146,9 +167,11 @@ bool Session::OpenDirectoryChecked(const std::string& path, bool strict) {
 
 bool Session::OpenAtStart(bool* fell_back) {
   *fell_back = false;
+  const std::string main_file = CurrentMainFile();
   if (OpenDirectoryChecked(current_path_, true)) return true;
   if (role_.command != kRoleMainWindow) return false;
   *fell_back = true;
+  unrecognised_file_ = main_file;
   const std::string folder = PathSplit(current_path_).folder;
   for (int number = 1; number <= kMostFallbacks; ++number) {
     // The last name tried stays the current one, opened or not.
@@ -164,11 +187,18 @@ bool Session::SamePath(const std::string& a, const std::string& b) const {
 
 void Session::CloseDirectory() {
   if (directory_ != nullptr) {
+    if (closing_) closing_();
     if (directory_->write_failed()) debug_line_("a write to " + current_path_ + " has failed");
     directory_->CloseDirectory();
   }
   directory_.reset();
   guard_.reset();
+}
+
+std::string Session::OwnerLine(uint16_t owner) const {
+  if (owner == 0) return std::string(LoadText(187));
+  // Seats have no names beside their numbers.
+  return lan_on_ ? FormatText(186, "", owner) : FormatText(191, owner);
 }
 
 bool Session::TakeListPositionRestore() {

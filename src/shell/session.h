@@ -2,6 +2,7 @@
 // the settings. Made once in main and passed on; a test may have several.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -33,6 +34,10 @@ class Session {
   // Where lines for the finder of faults go; nowhere at first.
   void SetDebugLine(DebugLine debug_line) { debug_line_ = std::move(debug_line); }
 
+  // Runs before an open directory is closed, so that who shows it lets go of it first: messages and
+  // progress boxes that come up meanwhile may repaint what is on the screen. Empty takes it away.
+  void OnClosing(std::function<void()> observer) { closing_ = std::move(observer); }
+
   // Resolves folders, directory and settings, in this order; settings are written straight back so
   // that their defaults appear in the profile.
   void Start();
@@ -52,6 +57,21 @@ class Session {
   // True when both paths lead to the same file.
   [[nodiscard]] bool SamePath(const std::string& a, const std::string& b) const;
   Settings& settings() { return settings_; }
+  [[nodiscard]] const Settings& settings() const { return settings_; }
+  // Makes these the settings of the run and writes the six of them that the user chooses.
+  void StoreSettings(const Settings& settings);
+
+  // Whether a directory with this owner seat is another seat's: never for seat 0 or without owner.
+  [[nodiscard]] bool BelongsToAnotherSeat(uint16_t owner) const {
+    return owner != 0 && workstation_number_ != 0 && owner != workstation_number_;
+  }
+  // What dialogs show of an owner seat: the seat, or that the directory is public.
+  [[nodiscard]] std::string OwnerLine(uint16_t owner) const;
+
+  // The box that makes a directory private was ticked: the next one opened that has no owner gets
+  // this seat. Opening one takes the wish away in every case.
+  void set_private_requested(bool requested) { private_requested_ = requested; }
+  [[nodiscard]] bool private_requested() const { return private_requested_; }
   [[nodiscard]] const SessionServices& services() const { return services_; }
 
   // Opens the directory of `path` (stem or main file) in place of the open one. With `strict`, a
@@ -61,6 +81,8 @@ class Session {
   // The directory of the start; when that fails for the main window, CARN001 to CARN1000 beside it.
   // `*fell_back` tells that one of those was tried.
   bool OpenAtStart(bool* fell_back);
+  // The main file that the start could not open, for which a fallback came; empty when it could.
+  [[nodiscard]] const std::string& unrecognised_file() const { return unrecognised_file_; }
   void CloseDirectory();
   [[nodiscard]] Directory* directory() { return directory_.get(); }
 
@@ -77,8 +99,10 @@ class Session {
   void ResolveFolders();
   void ResolveDirectory();
   void WriteSettingsBack();
-  bool OpenPath(const std::string& path);
+  // `*upgraded`: the file was of an older version.
+  OpenResult OpenPath(const std::string& path, bool* upgraded = nullptr);
   bool AskForDefaultDirectory();
+  void TakeOwnership();
   [[nodiscard]] std::string_view Section() const;
 
   SessionServices services_;
@@ -95,6 +119,9 @@ class Session {
   std::unique_ptr<DirectoryGuard> guard_;
   std::unique_ptr<Directory> directory_;
   bool list_position_restore_ = false;
+  bool private_requested_ = false;
+  std::string unrecognised_file_;
+  std::function<void()> closing_;
 };
 
 }  // namespace carnetel

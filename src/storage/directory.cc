@@ -39,7 +39,7 @@ void Directory::ForEachCard(Visit visit) {
 
 OpenResult Directory::OpenDirectory(AddressMode mode, bool silent) {
   const OpenResult result = OpenMainFile();
-  if (result != OpenResult::kOpened && result != OpenResult::kCreated) return CloseAfter(result);
+  if (!IsOpen(result)) return CloseAfter(result);
   if (!OpenIndexes()) return CloseAfter(OpenResult::kNoStore);
   if (!OpenAddressFile(mode, silent)) return CloseAfter(OpenResult::kNoStore);
   CreateMissingCriteria();
@@ -176,6 +176,11 @@ void Directory::CreateMissingCriteria() {
   if (services_.files.Exists(path)) return;
   const std::unique_ptr<File> file = services_.files.Open(path, OpenMode::kCreateOrOpen);
   if (file != nullptr) file->Write(0, DefaultCriteriaFile());
+}
+
+void Directory::set_group_bit(uint8_t bit) {
+  group_bit_ = bit;
+  marked_count_ = address_.Counter(selection_bit());
 }
 
 void Directory::CloseListView() {

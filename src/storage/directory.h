@@ -27,6 +27,10 @@ enum class OpenResult {
   kOlderVersion = -2,  // the main file is of an older version
 };
 
+[[nodiscard]] constexpr bool IsOpen(OpenResult result) {
+  return result == OpenResult::kOpened || result == OpenResult::kCreated;
+}
+
 enum class AddressMode {
   kNormal = 0,
   kKeepDependents = 9,  // an address file made anew leaves groups, criteria and layouts alone
@@ -80,11 +84,17 @@ class Directory {
   KeyIndex& active_index() { return index(active_index_number()); }
   [[nodiscard]] int active_index_number() const { return options_.key_field <= kSte1 ? 1 : 2; }
   [[nodiscard]] int key_field() const { return options_.key_field; }
+  // Makes another index the active one; the address file still has the order of the former one
+  // (storage/address_reorder.h brings it along).
+  void set_key_field(int key_field) { options_.key_field = key_field; }
   AddressFile& address() { return address_; }
   [[nodiscard]] const AddressFile& address() const { return address_; }
   CardContext& context() { return context_; }
   IndexWalk& walk() { return walk_; }
 
+  // The bit pair of the group that is displayed, the whole file's at first; with another one the
+  // count of its marks is that of the header.
+  void set_group_bit(uint8_t bit);
   [[nodiscard]] uint8_t group_bit() const { return group_bit_; }
   [[nodiscard]] uint8_t selection_bit() const { return static_cast<uint8_t>(group_bit_ + 1); }
   [[nodiscard]] int32_t marked_count() const { return marked_count_; }
@@ -93,6 +103,10 @@ class Directory {
 
   EntryChange& last_inserted() { return last_inserted_; }
   EntryChange& last_removed() { return last_removed_; }
+
+  // Makes the address file anew from the active index, without marks; with kNormal the groups,
+  // criteria and layouts go. False when it cannot be created.
+  bool RebuildAddressFile(AddressMode mode, bool silent);
 
   // True when any write to a store has failed since it was opened.
   [[nodiscard]] bool write_failed() const;
@@ -122,7 +136,6 @@ class Directory {
   // second slot, under a key that is not its own.
   void DropStaleSlots(int number);
   bool OpenAddressFile(AddressMode mode, bool silent);
-  bool RebuildAddressFile(AddressMode mode, bool silent);
   // Number flags of every card, by its place in the main file.
   [[nodiscard]] std::vector<uint8_t> CollectNumberFlags();
   void CreateMissingCriteria();

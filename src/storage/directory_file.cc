@@ -32,28 +32,26 @@ void DirectoryFile::Close() {
 }
 
 void DirectoryFile::InitFieldTable(bool keep_existing) {
-  std::array<std::byte, kFieldTableSize> table;
-  kFieldTable.Store(table);
-  if (header_.field_count() != kFieldCount) {
-    header_.set_field_count(kFieldCount);
-    if (keep_existing) {
-      // Not the whole image: its count may be corrected already, the one on the disk stays wrong
-      // until the next add or delete.
-      file_->Write(MainHeader::kFieldCountOffset,
-                   ByteView(header_.bytes()).subspan(MainHeader::kFieldCountOffset, 2));
-      file_->Write(MainHeader::kFieldTableOffset, table);
-    }
+  if (keep_existing) {
+    CorrectFieldCount();
+    return;
   }
-  if (keep_existing) return;
-  header_.set_card_count(0);
-  header_.SetVersionInBanner();
-  header_.set_description({});
-  CardRecord block;
-  std::ranges::copy(header_.bytes(), block.bytes().begin());
-  std::ranges::copy(table, block.bytes().subspan(MainHeader::kFieldTableOffset).begin());
-  file_->Write(0, block.bytes());
+  header_.BecomeEmpty();
+  file_->Write(0, header_.Block().bytes());
   count_ = 0;
   stamp_on_disk_ = header_.stamp();
+}
+
+void DirectoryFile::CorrectFieldCount() {
+  if (header_.field_count() == kFieldCount) return;
+  header_.set_field_count(kFieldCount);
+  // Not the whole image: its count may be corrected already, the one on the disk stays wrong until
+  // the next add or delete.
+  file_->Write(MainHeader::kFieldCountOffset,
+               ByteView(header_.bytes()).subspan(MainHeader::kFieldCountOffset, 2));
+  std::array<std::byte, kFieldTableSize> table;
+  kFieldTable.Store(table);
+  file_->Write(MainHeader::kFieldTableOffset, table);
 }
 
 bool DirectoryFile::ReadHeader() {
@@ -69,6 +67,16 @@ bool DirectoryFile::ReadHeader() {
 bool DirectoryFile::WriteHeader() {
   stamp_on_disk_ = header_.stamp();
   return file_->Write(0, header_.bytes());
+}
+
+bool DirectoryFile::Describe(const OemText& description, std::optional<uint16_t> owner) {
+  MainHeader on_disk;
+  if (file_->Read(0, on_disk.bytes()) < MainHeader::kSize) return false;
+  for (MainHeader* header : {&on_disk, &header_}) {
+    header->set_description(description);
+    if (owner) header->set_owner(*owner);
+  }
+  return file_->Write(0, on_disk.bytes());
 }
 
 bool DirectoryFile::ReadCard(uint32_t offset, CardRecord& card) {
@@ -155,6 +163,14 @@ DirectoryFile::GuardCopy::~GuardCopy() {
 
 void DirectoryFile::SetModificationTime(int64_t seconds) {
   file_->SetModificationTime(seconds);
+}
+
+std::optional<MainHeader> ReadMainHeader(FileSystem& files, const std::string& path) {
+  const std::unique_ptr<File> file = files.Open(path, OpenMode::kRead);
+  if (file == nullptr) return {};
+  MainHeader header;
+  (void)file->Read(0, header.bytes());
+  return header;
 }
 
 }  // namespace carnetel

@@ -9,6 +9,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -43,6 +44,9 @@ class DirectoryFile {
   bool ReadHeader();
   // Writes the 108-byte image.
   bool WriteHeader();
+  // Sets the description, and the owner seat when one is given, in the header as the file has it:
+  // nothing else of it changes. False when it could not be read or written.
+  bool Describe(const OemText& description, std::optional<uint16_t> owner);
 
   [[nodiscard]] uint32_t count() const { return count_; }
   [[nodiscard]] uint32_t end_offset() const {
@@ -92,6 +96,7 @@ class DirectoryFile {
   void SetModificationTime(int64_t seconds);
 
  private:
+  void CorrectFieldCount();
   bool FlushAppended();
   void WriteCountAndStamp();
 
@@ -105,5 +110,9 @@ class DirectoryFile {
   std::vector<std::byte> appended_;
   uint32_t appended_offset_ = 0;
 };
+
+// The first 108 bytes of a main file that nobody has opened; zeros for what it is too short for.
+// Nothing when it cannot be opened.
+[[nodiscard]] std::optional<MainHeader> ReadMainHeader(FileSystem& files, const std::string& path);
 
 }  // namespace carnetel

@@ -45,6 +45,20 @@ void MainHeader::SetVersionInBanner() {
   StoreU8(bytes_, position + kVersionSize, 0);
 }
 
+void MainHeader::BecomeEmpty() {
+  set_field_count(kFieldCount);
+  set_card_count(0);
+  SetVersionInBanner();
+  set_description({});
+}
+
+CardRecord MainHeader::Block() const {
+  CardRecord block;
+  std::ranges::copy(bytes_, block.bytes().begin());
+  kFieldTable.Store(block.bytes().subspan(kFieldTableOffset, kFieldTableSize));
+  return block;
+}
+
 void MainHeader::set_description(const OemText& text) {
   StorePadded(bytes_, kDescriptionOffset, kDescriptionSize,
               std::string_view(text.bytes()).substr(0, kDescriptionSize - 1));

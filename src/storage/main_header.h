@@ -57,6 +57,11 @@ class MainHeader {
   [[nodiscard]] std::optional<std::string> Version() const;
   // Writes the current version at the end of the banner, whatever its length.
   void SetVersionInBanner();
+  // Turns the image into that of an empty directory of the current version without a description;
+  // banner, owner and all else stay.
+  void BecomeEmpty();
+  // The whole header block of a new file: the image, the field table, zeros.
+  [[nodiscard]] CardRecord Block() const;
 
   [[nodiscard]] OemText description() const {
     return OemText(CopyFieldText(bytes().subspan(kDescriptionOffset), kDescriptionSize));

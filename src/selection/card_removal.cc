@@ -1,4 +1,4 @@
-#include "shell/card_removal.h"
+#include "selection/card_removal.h"
 
 #include <algorithm>
 #include <unordered_set>

@@ -1,4 +1,4 @@
-#include "shell/card_removal.h"
+#include "selection/card_removal.h"
 
 #include "storage/family_check.h"
 #include "tests/shell/shell_testing.h"

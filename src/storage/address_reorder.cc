@@ -1,0 +1,118 @@
+#include "storage/address_reorder.h"
+
+#include <unordered_map>
+
+namespace carnetel {
+namespace {
+
+// Cards are looked up in blocks of this many. A directory of fewer cards is one block; in a larger
+// one only full blocks are looked at, so the cards of the last, partial block are not found.
+constexpr size_t kPairsPerBlock = 1000;
+
+std::vector<EntrySlot> AllEntries(const AddressFile& address) {
+  std::vector<EntrySlot> entries;
+  entries.reserve(address.entry_count());
+  for (uint32_t row = 0; row < address.entry_count(); ++row) entries.push_back(address.Entry(row));
+  return entries;
+}
+
+size_t SearchedEntries(size_t count) {
+  return count < kPairsPerBlock ? count : count / kPairsPerBlock * kPairsPerBlock;
+}
+
+// What a card that is not found gets in place of its marks: the first bytes of the old header, a
+// piece of its banner. Other programs have seen such entries for years; it has to stay.
+EntrySlot HeaderAsEntry(const AddressHeader& header) {
+  return EntrySlot(header.bytes().first(kEntrySize));
+}
+
+// Old entries by the offset of their card, those that are searched. An entry without a card ends
+// the search of its block.
+std::unordered_map<uint32_t, const EntrySlot*> FindableEntries(
+    const std::vector<EntrySlot>& entries) {
+  std::unordered_map<uint32_t, const EntrySlot*> found;
+  const size_t searched = SearchedEntries(entries.size());
+  found.reserve(searched);
+  for (size_t block = 0; block < searched; block += kPairsPerBlock) {
+    const size_t end = std::min(block + kPairsPerBlock, searched);
+    for (size_t i = block; i < end && entries[i].card_offset() != 0; ++i) {
+      found.emplace(entries[i].card_offset(), &entries[i]);
+    }
+  }
+  return found;
+}
+
+// Every marked old entry replaces the one of its card, looked for from the last hit on: a card that
+// has moved to the front of it is not found.
+int32_t KeepMarkedEntries(Directory& directory, const std::vector<EntrySlot>& old_entries) {
+  AddressFile& address = directory.address();
+  std::unordered_map<uint32_t, uint32_t> rows;
+  rows.reserve(address.entry_count());
+  for (uint32_t row = 0; row < address.entry_count(); ++row) {
+    rows.emplace(address.CardOffsetAt(row), row);
+  }
+  uint32_t last_hit = 0;
+  int32_t kept = 0;
+  for (const EntrySlot& old : old_entries) {
+    if (!old.bit(directory.selection_bit())) continue;
+    const auto found = rows.find(old.card_offset());
+    if (found == rows.end() || found->second < last_hit) continue;
+    last_hit = found->second;
+    address.SetEntry(last_hit, old);
+    ++kept;
+  }
+  return kept;
+}
+
+int32_t MarksOf(const Directory& directory) {
+  int32_t marks = 0;
+  for (uint32_t row = 0; row < directory.address().entry_count(); ++row) {
+    if (directory.address().Entry(row).bit(directory.selection_bit())) ++marks;
+  }
+  return marks;
+}
+
+}  // namespace
+
+AddressReorder::AddressReorder(Directory& directory, int key_field)
+    : directory_(directory),
+      old_header_(directory.address().header()),
+      old_entries_(AllEntries(directory.address())) {
+  directory.set_key_field(key_field);
+  built_ = directory.RebuildAddressFile(AddressMode::kKeepDependents, false);
+}
+
+void AddressReorder::CarryOver() {
+  if (!built_) return;
+  AddressFile& address = directory_.address();
+  const auto count = static_cast<uint16_t>(address.entry_count());
+  address.header() = old_header_;
+  address.header().set_count(count);
+  const EntrySlot not_found = HeaderAsEntry(old_header_);
+  const auto findable = FindableEntries(old_entries_);
+  for (uint32_t row = 0; row < address.entry_count(); ++row) {
+    EntrySlot entry = address.Entry(row);
+    const auto found = findable.find(entry.card_offset());
+    entry.TakeMarks(found == findable.end() ? not_found : *found->second);
+    address.SetEntry(row, entry);
+  }
+  directory_.set_marked_count(MarksOf(directory_));
+  directory_.CloseListView();
+}
+
+bool RefreshAddressFile(Directory& directory, RefreshView view, bool quiet) {
+  if (view == RefreshView::kOtherGroup) return true;
+  if (view == RefreshView::kWholeFile) {
+    const std::vector<EntrySlot> old_entries = AllEntries(directory.address());
+    if (!directory.RebuildAddressFile(AddressMode::kNormal, quiet)) return false;
+    directory.set_marked_count(KeepMarkedEntries(directory, old_entries));
+  } else {
+    AddressHeader& header = directory.address().header();
+    header.set_count(static_cast<uint16_t>(directory.address().entry_count()));
+    directory.set_marked_count(MarksOf(directory));
+  }
+  directory.CloseListView();
+  return true;
+}
+
+}  // namespace carnetel
