@@ -65,7 +65,7 @@ CardPrinter::CardPrinter(CliSession& session, Directory& directory)
     : session_(session),
       directory_(directory),
       styles_(session.label_styles()),
-      groups_(ReadGroups(session.files(), directory.paths().Of(".GRP"))),
+      groups_(GroupFile(directory).Groups()),
       number_width_(std::to_string(directory.address().entry_count()).size()) {}
 
 std::string CardPrinter::Label(const CardRow& row) const {
@@ -83,8 +83,8 @@ CardView CardPrinter::View(const CardRow& row) const {
   view.row = row.row + 1;
   view.offset = row.entry.card_offset();
   view.marked = IsMarked(row);
-  for (const GroupRow& group : groups_) {
-    if (row.entry.bit(group.slot)) view.groups.push_back(Utf8FromOem(group.name));
+  for (const GroupRecord& group : groups_) {
+    if (row.entry.bit(group.slot())) view.groups.push_back(Utf8FromOem(group.name()));
   }
   view.label = Label(row);
   for (int field = 0; field < kFieldCount; ++field) {

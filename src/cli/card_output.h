@@ -5,7 +5,7 @@
 
 #include "cli/cli_session.h"
 #include "cli/json_form.h"
-#include "selection/group_list.h"
+#include "selection/group_file.h"
 #include "shell/card_rows.h"
 
 namespace carnetel {
@@ -30,7 +30,7 @@ class CardPrinter {
   CliSession& session_;
   Directory& directory_;
   LabelStyles styles_;
-  std::vector<GroupRow> groups_;
+  std::vector<GroupRecord> groups_;
   size_t number_width_;
   bool first_ = true;
 };

@@ -8,7 +8,7 @@
 #include "cli/commands.h"
 #include "cli/json_form.h"
 #include "platform/file_system.h"
-#include "selection/group_list.h"
+#include "selection/group_file.h"
 #include "selection/marks.h"
 #include "storage/family_check.h"
 
@@ -83,7 +83,7 @@ int RunInfo(CliSession& session, const Arguments& /*arguments*/) {
   info.cards = directory->main().count();
   info.key = directory->key_field() == kNom ? "nom" : "societe";
   info.marked = CountMarks(*directory);
-  info.groups = ReadGroups(session.files(), directory->paths().Of(".GRP")).size();
+  info.groups = GroupFile(*directory).Groups().size();
   info.files = FileSizes(session.files(), directory->paths());
   if (session.options().json) {
     session.out() << InfoLine(info) << '\n';
