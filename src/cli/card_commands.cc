@@ -6,7 +6,9 @@
 #include "cli/card_arguments.h"
 #include "cli/card_output.h"
 #include "cli/commands.h"
+#include "cli/group_argument.h"
 #include "selection/card_removal.h"
+#include "selection/group_removal.h"
 #include "storage/card_dispatch.h"
 #include "storage/card_edit.h"
 
@@ -154,6 +156,19 @@ int TellRemoval(CliSession& session, const CardRemoval& removal) {
   return kDone;
 }
 
+// Without offsets, the marked ones.
+int LeaveGroup(CliSession& session, Directory& directory, std::vector<uint32_t> offsets) {
+  uint32_t left = 0;
+  if (offsets.empty()) {
+    left = RemoveMarkedFromGroup(directory, MarkedCards(directory));
+  } else {
+    for (const uint32_t offset : offsets) left += ClearEntryBits(directory, offset) ? 1U : 0U;
+  }
+  session.messages().Inform(std::to_string(left) + (left > 1 ? " fiches ont" : " fiche a") +
+                            " quitté le groupe");
+  return kDone;
+}
+
 int RunDelete(CliSession& session, const Arguments& arguments) {
   const bool marked = arguments.Has("--marked");
   if (marked != arguments.positionals.empty()) {
@@ -164,12 +179,15 @@ int RunDelete(CliSession& session, const Arguments& arguments) {
   int status = kDone;
   const auto offsets = ResolveRows(session, *directory, arguments.positionals, &status);
   if (!offsets) return status;
+  const GroupScope scope(session, *directory, arguments);
+  if (!scope.found() || !scope.ShowsEach(*offsets)) return kRefused;
   if (marked && directory->marked_count() == 0) {
     return session.Fail(std::string(LoadText(kNoSelection)));
   }
   if (!ConfirmDelete(session, *directory, *offsets)) {
     return session.Fail("rien n'est supprimé");
   }
+  if (scope.is_group()) return LeaveGroup(session, *directory, *offsets);
   return TellRemoval(session,
                      marked ? DeleteMarkedCards(*directory) : DeleteCards(*directory, *offsets));
 }
@@ -215,7 +233,8 @@ Command DeleteCommand() {
           .details = std::string(kRowHelp) + "\nDemande une confirmation.",
           .usage = "[LIGNE…]",
           .most = kManyArguments,
-          .options = {{"--marked", "", "toutes les fiches marquées"}},
+          .options = {{"--marked", "", "toutes les fiches marquées"},
+                      {"--group", "NOM", "les retire de ce groupe sans les supprimer"}},
           .run = RunDelete};
 }
 

@@ -11,6 +11,8 @@ namespace carnetel {
 [[nodiscard]] std::vector<Command> UpkeepCommands();     // index recover
 [[nodiscard]] std::vector<Command> CardCommands();       // show add edit delete
 [[nodiscard]] std::vector<Command> ListCommands();       // list find mark unmark
+[[nodiscard]] std::vector<Command> SelectionCommands();  // select criteria
+[[nodiscard]] std::vector<Command> GroupCommands();      // group
 [[nodiscard]] std::vector<Command> TransferCommands();   // import export
 [[nodiscard]] Command BatchCommand();
 

@@ -60,6 +60,19 @@ std::string ErrorLine(const std::string& text) {
   return Line(Json::object({{"error", text}}));
 }
 
+std::string NamedLine(const std::string& name, const std::vector<std::string>& criteria) {
+  Json object = Json::object({{"name", name}});
+  if (!criteria.empty()) object["criteria"] = criteria;
+  return Line(object);
+}
+
+std::string GroupLine(const GroupView& group) {
+  return Line({{"name", group.name},
+               {"slot", group.slot},
+               {"mode", group.mode},
+               {"members", group.members}});
+}
+
 CardInput ParseCardLine(std::string_view line) {
   CardInput input;
   const Json card = Json::parse(line, nullptr, false);

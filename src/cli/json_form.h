@@ -44,6 +44,17 @@ struct DirectoryInfo {
 [[nodiscard]] std::string ConsistentLine(bool consistent);
 [[nodiscard]] std::string ErrorLine(const std::string& text);
 
+// {"name": "Nord"}, with {"criteria": ["Ville=LILLE"]} when there are some.
+[[nodiscard]] std::string NamedLine(const std::string& name,
+                                    const std::vector<std::string>& criteria);
+struct GroupView {
+  std::string name;
+  int slot = 0;
+  int mode = 0;
+  uint32_t members = 0;
+};
+[[nodiscard]] std::string GroupLine(const GroupView& group);
+
 // A card to add: its "fields", and whether it is "marked". What else a card object holds (row,
 // offset, groups, label) says where a card was and is not looked at.
 struct CardInput {

@@ -5,6 +5,7 @@
 #include "cli/card_arguments.h"
 #include "cli/card_output.h"
 #include "cli/commands.h"
+#include "cli/group_argument.h"
 #include "selection/marks.h"
 #include "storage/card_dispatch.h"
 
@@ -25,13 +26,16 @@ int RunList(CliSession& session, const Arguments& arguments) {
   if (!range) return session.WrongUsage("--letter demande une lettre de A à Z ou un chiffre");
   Directory* directory = session.Open();
   if (directory == nullptr) return kRefused;
+  const GroupScope scope(session, *directory, arguments);
+  if (!scope.found()) return kRefused;
   const bool marked = arguments.Has("--marked");
   CardPrinter printer(session, *directory);
   const uint32_t hidden = VisitCardRows(*directory, *range, [&](const CardRow& row) {
-    if (!marked || row.entry.bit(directory->selection_bit())) printer.PrintRow(row);
+    const bool wanted = !marked || row.entry.bit(directory->selection_bit());
+    if (wanted && scope.Shows(row.entry)) printer.PrintRow(row);
     return !session.interrupted() && session.out().good();
   });
-  if (hidden != 0 && *range == kAllLetters && !marked) {
+  if (hidden != 0 && *range == kAllLetters && !marked && !scope.is_group()) {
     session.messages().Inform(std::to_string(hidden) +
                               (hidden > 1 ? " fiches n'apparaissent" : " fiche n'apparaît") +
                               " dans aucune liste : leur clé ne commence ni par un chiffre ni par "
@@ -76,6 +80,19 @@ int RunFind(CliSession& session, const Arguments& arguments) {
   return found ? kDone : session.Fail(std::string(LoadText(kNothingFound)));
 }
 
+// Of a group: its members.
+void MarkAll(Directory& directory, const GroupScope& scope, bool marked) {
+  if (!scope.is_group()) {
+    SetAllMarks(directory, marked);
+    return;
+  }
+  const AddressFile& address = directory.address();
+  for (uint32_t row = 0; row < address.entry_count(); ++row) {
+    if (address.Entry(row).bit(directory.group_bit())) ChangeMark(directory, row, marked);
+  }
+  directory.Commit();
+}
+
 int ChangeMarks(CliSession& session, const Arguments& arguments, bool marked) {
   const bool all = arguments.Has("--all");
   if (all != arguments.positionals.empty()) {
@@ -86,7 +103,9 @@ int ChangeMarks(CliSession& session, const Arguments& arguments, bool marked) {
   int status = kDone;
   const auto offsets = ResolveRows(session, *directory, arguments.positionals, &status);
   if (!offsets) return status;
-  if (all) SetAllMarks(*directory, marked);
+  const GroupScope scope(session, *directory, arguments);
+  if (!scope.found() || !scope.ShowsEach(*offsets)) return kRefused;
+  if (all) MarkAll(*directory, scope, marked);
   for (const uint32_t offset : *offsets) {
     SetMark(*directory, directory->address().FindRow(offset), marked);
   }
@@ -112,6 +131,7 @@ Command ListCommand() {
           .summary = "Affiche les lignes de la liste : numéro, marque, libellé",
           .details = "Sans --letter, la vue « A à Z ». Avec --json, les fiches entières.",
           .options = {{"--letter", "X", "l'onglet d'une lettre, ou un chiffre"},
+                      {"--group", "NOM", "la vue de ce groupe, avec ses marques"},
                       {"--marked", "", "les fiches marquées seulement"}},
           .run = RunList};
 }
@@ -137,7 +157,8 @@ Command MarkCommand(const std::string& name, const std::string& summary,
           .details = "Affiche le nombre de fiches marquées.",
           .usage = "[LIGNE…]",
           .most = kManyArguments,
-          .options = {{"--all", "", "toutes les fiches"}},
+          .options = {{"--all", "", "toutes les fiches"},
+                      {"--group", "NOM", "dans la sélection de ce groupe"}},
           .run = run};
 }
 

@@ -22,6 +22,8 @@ std::vector<Command> CollectCommands() {
   Append(&commands, UpkeepCommands());
   Append(&commands, ListCommands());
   Append(&commands, CardCommands());
+  Append(&commands, SelectionCommands());
+  Append(&commands, GroupCommands());
   Append(&commands, TransferCommands());
   commands.push_back(BatchCommand());
   return commands;

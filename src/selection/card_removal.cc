@@ -54,14 +54,18 @@ CardRemoval DeleteCards(Directory& directory, const std::vector<uint32_t>& offse
   return DeleteEach(directory, std::move(targets));
 }
 
-CardRemoval DeleteMarkedCards(Directory& directory) {
+std::vector<uint32_t> MarkedCards(const Directory& directory) {
   std::vector<uint32_t> offsets;
   const AddressFile& address = directory.address();
   for (uint32_t row = 0; row < address.entry_count(); ++row) {
     const EntrySlot entry = address.Entry(row);
     if (entry.bit(directory.selection_bit())) offsets.push_back(entry.card_offset());
   }
-  return DeleteCards(directory, offsets);
+  return offsets;
+}
+
+CardRemoval DeleteMarkedCards(Directory& directory) {
+  return DeleteCards(directory, MarkedCards(directory));
 }
 
 }  // namespace carnetel

@@ -22,6 +22,9 @@ struct CardRemoval {
 // written together at the end, with a progress display.
 CardRemoval DeleteCards(Directory& directory, const std::vector<uint32_t>& offsets);
 
+// Offsets of the marked cards, in the order of the rows.
+[[nodiscard]] std::vector<uint32_t> MarkedCards(const Directory& directory);
+
 // Deletes every marked card, in the order of the rows.
 CardRemoval DeleteMarkedCards(Directory& directory);
 
