@@ -18,6 +18,7 @@ namespace carnetel {
 enum class MessageStyle {
   kError = 16,            // OK, stop sign; title 79 "Erreur"
   kYesNoCancel = 35,      // question mark
+  kYesNo = 36,            // question mark
   kOkCancel = 49,         // exclamation
   kInformation = 64,      // OK; title 80 "Attention"
   kYesNoDefaultNo = 292,  // question mark

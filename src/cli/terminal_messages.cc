@@ -89,6 +89,7 @@ MessageButton TerminalMessages::Show(MessageStyle style, int /*title_id*/,
     case MessageStyle::kOkCancel:
       return Ask(text) ? MessageButton::kOk : MessageButton::kCancel;
     case MessageStyle::kYesNoCancel:
+    case MessageStyle::kYesNo:
     case MessageStyle::kYesNoDefaultNo:
       return Ask(text) ? MessageButton::kYes : MessageButton::kNo;
   }

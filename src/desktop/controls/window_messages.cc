@@ -30,6 +30,7 @@ bool HasButton(MessageStyle style, MessageButton button) {
       return button == MessageButton::kOk;
     case MessageStyle::kOkCancel:
       return button == MessageButton::kOk || button == MessageButton::kCancel;
+    case MessageStyle::kYesNo:
     case MessageStyle::kYesNoDefaultNo:
       return button == MessageButton::kYes || button == MessageButton::kNo;
     case MessageStyle::kYesNoCancel:
@@ -47,6 +48,7 @@ QMessageBox::Icon SymbolOf(MessageStyle style) {
     case MessageStyle::kOkCancel:
       return QMessageBox::Warning;
     case MessageStyle::kYesNoCancel:
+    case MessageStyle::kYesNo:
     case MessageStyle::kYesNoDefaultNo:
       return QMessageBox::Question;
   }
@@ -69,7 +71,7 @@ MessageButton PressedButton(const QMessageBox& box, MessageStyle style) {
 
 MessageButton DefaultButton(MessageStyle style) {
   if (style == MessageStyle::kYesNoDefaultNo) return MessageButton::kNo;
-  return style == MessageStyle::kYesNoCancel ? MessageButton::kYes : MessageButton::kOk;
+  return HasButton(style, MessageButton::kYes) ? MessageButton::kYes : MessageButton::kOk;
 }
 
 void WindowMessages::Prepare(QMessageBox& box, MessageStyle style, int title_id,
