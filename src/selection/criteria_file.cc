@@ -56,6 +56,8 @@ std::unique_ptr<File> CriteriaFile::OpenRead() {
   std::array<std::byte, kCriteriaHeaderSize> read{};
   if (file->Read(0, read) < read.size()) return nullptr;
   const auto former = std::exchange(header_, read);
+  // What the list shows is the user's choice of this run until it is written, or read on purpose.
+  StoreLe16(header_, kActiveSetOffset, LoadLe16(former, kActiveSetOffset));
   // A header that tells of records too small for their parts is none.
   const bool fits =
       name_size() >= kCriteriaNameSize && LoadLe16(header_, kRowCountOffset) >= kCriteriaRowCount;
@@ -65,7 +67,10 @@ std::unique_ptr<File> CriteriaFile::OpenRead() {
 }
 
 bool CriteriaFile::ReadCriteriaHeader() {
-  return OpenRead() != nullptr;
+  const std::unique_ptr<File> file = OpenRead();
+  if (file == nullptr) return false;
+  (void)file->Read(0, header_);
+  return true;
 }
 
 bool CriteriaFile::WriteHeader() {

@@ -38,20 +38,21 @@ bool GroupFile::Belongs(ByteView header) const {
   return kept.size() == path.size() && CompareKey(kept, path, kGroupPathSize) == 0;
 }
 
-void GroupFile::Check() {
+bool GroupFile::Check() {
   FileSystem& files = directory_.files();
   std::array<std::byte, kGroupHeaderSize> header{};
   {
     const std::unique_ptr<File> file = files.Open(path_, OpenMode::kRead);
     const bool whole = file != nullptr && file->Read(0, header) == header.size();
-    if (whole && Belongs(header)) return;
+    if (whole && Belongs(header)) return false;
   }
   const std::unique_ptr<File> file = files.Open(path_, OpenMode::kCreateOrEmpty);
-  if (file == nullptr) return;
+  if (file == nullptr) return false;
   const PathPieces pieces = PathSplit(directory_.address().path());
   file->Write(0, NewGroupHeader(AddressPath()));
   file->Write(RowPosition(0),
               WholeFileRow(OemFromUtf8Lossy(pieces.name + pieces.extension)).bytes());
+  return true;
 }
 
 std::vector<GroupRecord> GroupFile::Rows() {

@@ -21,7 +21,8 @@ class GroupFile {
 
   // Makes the file when it is missing, is no group file, or belongs to an address file of another
   // path: a directory that was moved or renamed loses the names of its groups, their bits stay.
-  void Check();
+  // True when it was made.
+  bool Check();
 
   // All rows, row 0 first; empty when the file cannot be read.
   [[nodiscard]] std::vector<GroupRecord> Rows();

@@ -29,7 +29,7 @@ GroupsForm::GroupsForm(Directory& directory, MessageForm& messages, AskGroup ask
       messages_(messages),
       ask_group_(std::move(ask_group)),
       place_(std::move(place)) {
-  file_.Check();
+  (void)file_.Check();
   const std::vector<GroupRecord> rows = file_.Rows();
   for (size_t row = 1; row < rows.size(); ++row) {
     groups_.push_back({Utf8FromOem(rows[row].name()), rows[row].mode()});

@@ -106,6 +106,19 @@ void CardList::RestoreRows(int current, int top) {
   top_row_ = std::clamp(top, 0, last);
 }
 
+void CardList::GoToRows(int current, int top) {
+  RestoreRows(current, top);
+  observer_.ListRefilled();
+}
+
+std::vector<uint32_t> CardList::MarkedCards() const {
+  std::vector<uint32_t> offsets;
+  for (int row = 0; row < row_count(); ++row) {
+    if (IsMarked(row)) offsets.push_back(CardOffset(row));
+  }
+  return offsets;
+}
+
 bool CardList::IsMember(int row) const {
   if (directory_ == nullptr || !HasRow(row)) return false;
   const int32_t entry = mirror_.Find(CardOffset(row));

@@ -42,8 +42,12 @@ class CardList {
   void SetLabelStyles(const LabelStyles& styles) { styles_ = styles; }
   [[nodiscard]] const LetterRange& letter_range() const { return range_; }
   [[nodiscard]] DisplayedGroup displayed_group() const { return group_; }
+  // Which cards the next refill lets through; the bit pair is the directory's.
+  void SetDisplayedGroup(DisplayedGroup group) { group_ = group; }
   // The next refill applies the top row and the current row that the address file has kept.
   void RestorePositionAtNextRefill() { restore_position_ = true; }
+  // Goes to these rows, as far as there are such.
+  void GoToRows(int current, int top);
 
   // Fills the list anew from the address file.
   void ListRefill(const LetterRange& range);
@@ -80,6 +84,8 @@ class CardList {
     return mirror_.Find(card_offset);
   }
 
+  // Offsets of the marked rows, in their order.
+  [[nodiscard]] std::vector<uint32_t> MarkedCards() const;
   // Inverts the mark of a row; false when its entry cannot be found.
   bool ToggleMark(int row);
   // Inverts the mark of every row between the two, both included.
