@@ -40,9 +40,30 @@ void AppendPlain(std::u32string& key, char32_t letter) {
   }
 }
 
+bool IsDigit(char character) {
+  return character >= '0' && character <= '9';
+}
+
+// A number as a zero, how many digits it has, and these: 9 comes before 10.
+void AppendNumber(std::u32string& key, std::string_view digits) {
+  digits.remove_prefix(std::min(digits.find_first_not_of('0'), digits.size()));
+  key += U'0';
+  key += static_cast<char32_t>(digits.size());
+  for (const char digit : digits) key += static_cast<char32_t>(digit);
+}
+
 std::u32string SortKey(std::string_view utf8) {
   std::u32string key;
-  while (!utf8.empty()) AppendPlain(key, DecodeUtf8(utf8));
+  while (!utf8.empty()) {
+    const auto end = std::ranges::find_if_not(utf8, IsDigit);
+    const auto digits = static_cast<size_t>(end - utf8.begin());
+    if (digits > 0) {
+      AppendNumber(key, utf8.substr(0, digits));
+      utf8.remove_prefix(digits);
+    } else {
+      AppendPlain(key, DecodeUtf8(utf8));
+    }
+  }
   return key;
 }
 

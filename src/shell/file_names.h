@@ -26,7 +26,7 @@ struct FileFilter {
 
 [[nodiscard]] bool HasExtension(std::string_view name, std::string_view extension);
 
-// Accents and case count only between names that are equal without them.
+// Numbers count as such; accents and case only between names that are equal without them.
 void SortNames(std::vector<std::string>& names);
 
 // `path`, which is absolute, without "." and "..", doubled separators and the one at its end.

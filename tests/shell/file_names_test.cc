@@ -71,6 +71,11 @@ TEST(FileNameOrder, LigaturesAreTwoLetters) {
             (Names{"cadre", "cæsium", "camp", "Ode", "Oeuf", "Œuvre", "Ÿ", "Z"}));
 }
 
+TEST(FileNameOrder, NumbersCountAsNumbers) {
+  EXPECT_EQ(Sorted({"CARN10", "CARN9", "CARN009", "CARN1000", "CARN", "CARN0", "CARNE", "9", "a"}),
+            (Names{"9", "a", "CARN", "CARN0", "CARN009", "CARN9", "CARN10", "CARN1000", "CARNE"}));
+}
+
 TEST(FileNameOrder, NamesOfOtherBytesComeLast) {
   EXPECT_EQ(Sorted({"\xFF.DAN", "Z.DAN", "A.DAN"}), (Names{"A.DAN", "Z.DAN", "\xFF.DAN"}));
 }

@@ -9,6 +9,7 @@
 #include <QSignalBlocker>
 #include <QStorageInfo>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "base/path.h"
 #include "desktop/controls/measure.h"
@@ -37,7 +38,8 @@ constexpr int kFirstWidth = 640;
 constexpr int kFirstListHeight = 220;
 constexpr int kListCharacters = 20;
 constexpr int kListRows = 5;
-constexpr int kComboCharacters = 14;
+constexpr int kPlaceCharacters = 14;
+constexpr int kFrameMargin = 4;
 
 QString Utf8(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -119,15 +121,14 @@ FileChooserDialog::FileChooserDialog(FilePicker& picker, QWidget* parent)
 }
 
 void FileChooserDialog::BuildLists(QGridLayout& grid) {
-  auto* name_row = new QHBoxLayout;
-  name_row->addWidget(LabelFor(name_, QStringLiteral("&Nom de fichier :")));
-  name_row->addWidget(name_, 1);
-  grid.addLayout(name_row, 0, 0, 1, 2);
-  auto* folder_row = new QHBoxLayout;
-  folder_row->addWidget(LabelFor(folders_, QStringLiteral("&Dossiers :")));
-  folder_row->addWidget(folder_line_, 1);
+  auto* head = new QGridLayout;
+  head->addWidget(LabelFor(name_, QStringLiteral("&Nom de fichier :")), 0, 0, Qt::AlignRight);
+  head->addWidget(name_, 0, 1);
+  head->addWidget(new QLabel(QStringLiteral("Dossier :")), 1, 0, Qt::AlignRight);
+  head->addWidget(folder_line_, 1, 1);
+  grid.addLayout(head, 0, 0, 1, 2);
   grid.addWidget(LabelFor(files_, QStringLiteral("&Fichiers :")), 1, 0);
-  grid.addLayout(folder_row, 1, 1);
+  grid.addWidget(LabelFor(folders_, QStringLiteral("&Dossiers :")), 1, 1);
   grid.addWidget(files_, 2, 0);
   grid.addWidget(folders_, 2, 1);
   grid.setRowStretch(2, 1);
@@ -139,7 +140,6 @@ void FileChooserDialog::BuildLists(QGridLayout& grid) {
 
 void FileChooserDialog::BuildCombos(QGridLayout& grid) {
   const auto add = [&grid](PickerCombo* combo, const QString& label, int column) {
-    combo->setMinimumContentsLength(kComboCharacters);
     auto* row = new QHBoxLayout;
     row->addWidget(LabelFor(combo, label));
     row->addWidget(combo, 1);
@@ -149,8 +149,11 @@ void FileChooserDialog::BuildCombos(QGridLayout& grid) {
   add(places_, QStringLiteral("&Lecteurs :"), 1);
   QStringList types;
   for (const FileFilter& filter : picker_.filters()) types += Utf8(filter.text);
+  types_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
   types_->SetRows(types, static_cast<int>(picker_.filter()));
   place_names_ = picker_.Places(MountedVolumes());
+  // Paths have any length.
+  places_->setMinimumContentsLength(kPlaceCharacters);
   places_->SetRows(Rows(place_names_), 0);
 }
 
@@ -170,6 +173,7 @@ QWidget* FileChooserDialog::BuildZone() {
 QWidget* FileChooserDialog::BuildOwner() {
   auto* frame = new NiceFrame(kOwnerFrame, NiceFrame::Kind::kSunken);
   auto* row = new QHBoxLayout(frame);
+  row->setContentsMargins(kFrameMargin, kFrameMargin, kFrameMargin, kFrameMargin);
   private_box_ = new QCheckBox(QStringLiteral("&Carnetel Privé"));
   private_box_->setObjectName(QString::number(kPrivateBox));
   owner_ = new QLabel;
