@@ -68,7 +68,7 @@ void WindowDialogs::ShowAbout() {
 void WindowDialogs::ShowPatience(bool shown) {
   delete patience_;
   if (!shown) return;
-  patience_ = new PatienceBox(Owner());
+  patience_ = new PatienceBox(busy_, Owner());
   patience_->show();
 }
 

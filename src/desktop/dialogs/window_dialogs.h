@@ -3,6 +3,7 @@
 
 #include <QPointer>
 
+#include "desktop/controls/busy_state.h"
 #include "desktop/dialogs/help_window.h"
 #include "desktop/dialogs/patience_box.h"
 #include "shell/dialog_host.h"
@@ -12,7 +13,7 @@ namespace carnetel::desktop {
 class WindowDialogs : public DialogHost {
  public:
   // Dialogs open over `window`, or over the dialog that is open already.
-  explicit WindowDialogs(QWidget* window) : window_(window) {}
+  WindowDialogs(QWidget* window, BusyState& busy) : window_(window), busy_(busy) {}
   ~WindowDialogs() override;
   WindowDialogs(const WindowDialogs&) = delete;
   WindowDialogs& operator=(const WindowDialogs&) = delete;
@@ -32,6 +33,7 @@ class WindowDialogs : public DialogHost {
   [[nodiscard]] QWidget* Owner() const;
 
   QWidget* window_;
+  BusyState& busy_;
   HelpDesk help_;
   QPointer<PatienceBox> patience_;
 };

@@ -22,7 +22,7 @@ namespace carnetel::desktop {
 MainWindow::MainWindow(Session& session, BusyState& busy, int list_capacity)
     : session_(session),
       busy_(busy),
-      dialogs_(this),
+      dialogs_(this, busy),
       logic_(session, *this, dialogs_, list_capacity) {
   setObjectName(QStringLiteral("100"));
   BuildMenus();
