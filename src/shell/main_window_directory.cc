@@ -125,8 +125,7 @@ bool MainWindowLogic::BelongsToAnotherSeat(const std::string& path) const {
 
 void MainWindowLogic::ChooseAndReload(ChooserTemplate form) {
   if (!form_.LeaveForm()) return;
-  const Choice choice =
-      ChooseDirectory(session_, dialogs_, form, ChooserMode::kDirectories, true);
+  const Choice choice = ChooseDirectory(session_, dialogs_, form, ChooserMode::kDirectories, true);
   if (choice.confirmed) ReloadAfterOpen();
 }
 
