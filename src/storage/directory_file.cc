@@ -72,11 +72,12 @@ bool DirectoryFile::WriteHeader() {
 bool DirectoryFile::Describe(const OemText& description, std::optional<uint16_t> owner) {
   MainHeader on_disk;
   if (file_->Read(0, on_disk.bytes()) < MainHeader::kSize) return false;
-  for (MainHeader* header : {&on_disk, &header_}) {
-    header->set_description(description);
-    if (owner) header->set_owner(*owner);
-  }
-  return file_->Write(0, on_disk.bytes());
+  on_disk.set_description(description);
+  if (owner) on_disk.set_owner(*owner);
+  if (!file_->Write(0, on_disk.bytes())) return false;
+  header_.set_description(description);
+  if (owner) header_.set_owner(*owner);
+  return true;
 }
 
 bool DirectoryFile::ReadCard(uint32_t offset, CardRecord& card) {
