@@ -1,5 +1,7 @@
 #include "base/key_alphabet.h"
 
+#include "base/code_page.h"
+
 #include <algorithm>
 #include <string_view>
 
@@ -29,6 +31,13 @@ std::string StripToKeyStart(std::string oem) {
               return IsKeyStart(static_cast<unsigned char>(c));
             }));
   return oem;
+}
+
+// The test takes a byte of the form's code page for one of the cards': an accented capital such as
+// É is refused, and the signs that share a byte with one (Ž ’ ™ š ¥) pass. Both are to stay.
+bool MayStartKey(const std::string& utf8) {
+  const AnsiText text = AnsiFromUtf8Lossy(utf8);
+  return text.empty() || IsKeyStartOrBlank(static_cast<unsigned char>(text.bytes().front()));
 }
 
 }  // namespace carnetel

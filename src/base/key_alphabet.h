@@ -11,6 +11,9 @@ namespace carnetel {
 // The same and the blank: what typing and imports let pass.
 [[nodiscard]] bool IsKeyStartOrBlank(unsigned char oem_byte);
 
+// Whether a text typed into a key field may begin as it does; an empty one may.
+[[nodiscard]] bool MayStartKey(const std::string& utf8);
+
 // `oem` without the leading characters that are not IsKeyStart; leading blanks go too.
 [[nodiscard]] std::string StripToKeyStart(std::string oem);
 

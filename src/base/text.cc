@@ -75,4 +75,13 @@ int CompareKey(std::string_view a, std::string_view b, size_t limit) {
   return 0;
 }
 
+std::string WithCrLf(std::string_view text) {
+  std::string result;
+  for (size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '\n' && (i == 0 || text[i - 1] != '\r')) result += '\r';
+    result += text[i];
+  }
+  return result;
+}
+
 }  // namespace carnetel

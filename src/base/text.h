@@ -57,6 +57,9 @@ void TrimRight(std::string& text);
 
 void CutTrailingBlanks(std::string& text);
 
+// Line ends as notes in a card have them: every LF without a CR in front gets one.
+[[nodiscard]] std::string WithCrLf(std::string_view text);
+
 // Replaces a byte above 'Z' by the capital it is filed under: the seven accented OEM capitals give
 // their plain letter, any byte without a place in the table gives 0, which ends a key there.
 unsigned char FoldByte(unsigned char byte);

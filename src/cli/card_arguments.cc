@@ -18,16 +18,6 @@ std::optional<uint32_t> ParseNumber(std::string_view text) {
   return number;
 }
 
-// Line ends of notes are CR LF in a card.
-std::string WithCrLf(const std::string& text) {
-  std::string result;
-  for (size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == '\n' && (i == 0 || text[i - 1] != '\r')) result += '\r';
-    result += text[i];
-  }
-  return result;
-}
-
 bool HoldsControl(std::string_view text, bool line_breaks) {
   for (size_t i = 0; i < text.size(); ++i) {
     const auto byte = static_cast<unsigned char>(text[i]);

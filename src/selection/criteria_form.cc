@@ -1,5 +1,7 @@
 #include "selection/criteria_form.h"
 
+#include <utility>
+
 #include "base/code_page.h"
 #include "base/string_table.h"
 
@@ -38,8 +40,9 @@ TypedCriterion TypedOf(const CriteriaRow& row) {
 
 }  // namespace
 
-CriteriaForm::CriteriaForm(CriteriaFile& criteria, MessageForm& messages)
-    : criteria_(criteria), messages_(messages) {
+CriteriaForm::CriteriaForm(CriteriaFile& criteria, MessageForm& messages,
+                           CriteriaDialogs dialogs)
+    : criteria_(criteria), messages_(messages), dialogs_(std::move(dialogs)) {
   (void)criteria_.LoadCriteriaSet(0);
 }
 
@@ -86,6 +89,12 @@ bool CriteriaForm::Confirm(const TypedCriteria& typed) {
   }
   (void)criteria_.StoreWorkingSet();
   return true;
+}
+
+void CriteriaForm::ManageSets(const TypedCriteria& typed) {
+  SavedCriteria saved(criteria_, Read(typed));
+  NamedSetsForm form(saved, messages_, dialogs_.ask_name);
+  dialogs_.run_sets(form);
 }
 
 std::vector<std::string> SavedCriteria::Names() {

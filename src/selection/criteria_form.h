@@ -22,10 +22,17 @@ struct TypedCriterion {
 };
 using TypedCriteria = std::array<TypedCriterion, kCriteriaRowCount>;
 
+// The dialogs that open above this one.
+struct CriteriaDialogs {
+  // Shows the dialog that keeps sets; returns when it has ended.
+  std::function<void(NamedSetsForm& form)> run_sets;
+  AskName ask_name;
+};
+
 class CriteriaForm {
  public:
   // Loads the working set.
-  CriteriaForm(CriteriaFile& criteria, MessageForm& messages);
+  CriteriaForm(CriteriaFile& criteria, MessageForm& messages, CriteriaDialogs dialogs);
 
   // The field list: an empty entry, then the offered fields in capitals, UTF-8.
   [[nodiscard]] static std::vector<std::string> FieldTexts();
@@ -43,11 +50,13 @@ class CriteriaForm {
   // What both buttons that close the dialog do: the valid rows become the working set of the file.
   // False when there is none (told): the dialog stays.
   bool Confirm(const TypedCriteria& typed);
-  CriteriaFile& criteria() { return criteria_; }
+  // Saves and loads sets; afterwards the rows in memory may be others.
+  void ManageSets(const TypedCriteria& typed);
 
  private:
   CriteriaFile& criteria_;
   MessageForm& messages_;
+  CriteriaDialogs dialogs_;
   size_t row_count_ = 0;
 };
 

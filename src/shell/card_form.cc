@@ -23,13 +23,6 @@ std::string ComposedName(const CardRecord& card) {
   return line;
 }
 
-// The test takes a byte of the form's code page for one of the cards': an accented capital such as
-// É is refused, and the signs that share a byte with one (Ž ’ ™ š ¥) pass. Both are to stay.
-bool MayStartKey(const std::string& utf8) {
-  const AnsiText text = AnsiFromUtf8Lossy(utf8);
-  return text.empty() || IsKeyStartOrBlank(static_cast<unsigned char>(text.bytes().front()));
-}
-
 bool IsKeyControl(int control) {
   return control == kControlSte1 || control == kControlNom;
 }

@@ -8,16 +8,6 @@
 namespace carnetel {
 namespace {
 
-// Line ends of notes are CR LF in a card, whatever the widget gives.
-std::string WithCrLf(const std::string& text) {
-  std::string result;
-  for (size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == '\n' && (i == 0 || text[i - 1] != '\r')) result += '\r';
-    result += text[i];
-  }
-  return result;
-}
-
 // The window lets no character through that the cards cannot hold, so nothing is lost here.
 OemText FromScreen(const std::string& utf8) {
   return OemFromUtf8Lossy(WithCrLf(utf8));

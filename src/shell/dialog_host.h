@@ -3,16 +3,30 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <string>
 
 namespace carnetel {
 
+class CriteriaForm;
 class DescriptionForm;
 class FilePicker;
+class GroupsForm;
 class InvalidFileForm;
+class NamedSetsForm;
+class NumberForm;
 class PreferencesForm;
+class SearchForm;
+struct GroupDescription;
 
 // How the dialog about a file that is no directory ends; the numbers are those it answers.
 enum class InvalidFileEnd { kClosed = 0, kCreate = 2, kLoad = 3, kRecovered = 4 };
+
+// How the dialog about criteria ends; the numbers are those of its buttons.
+enum class CriteriaEnd { kQuit = 0, kReplace = 188, kAdd = 208 };
+
+// The dialogs that keep named sets: of criteria, of parameters for imports and for exports.
+enum class SetsDialog { kCriteria, kImport, kExport };
 
 class DialogHost {
  public:
@@ -23,6 +37,14 @@ class DialogHost {
   virtual bool RunDescription(DescriptionForm& form) = 0;
   virtual bool RunPreferences(PreferencesForm& form) = 0;
   virtual InvalidFileEnd RunInvalidFile(InvalidFileForm& form) = 0;
+  virtual CriteriaEnd RunCriteria(CriteriaForm& form) = 0;
+  virtual void RunNamedSets(SetsDialog dialog, NamedSetsForm& form) = 0;
+  // The name typed; nothing when it was abandoned or emptied.
+  virtual std::optional<std::string> AskName(SetsDialog dialog, const std::string& offered) = 0;
+  virtual void RunGroups(GroupsForm& form) = 0;
+  virtual std::optional<GroupDescription> AskGroup(const GroupDescription& offered) = 0;
+  virtual void RunSearch(SearchForm& form) = 0;
+  virtual bool RunNumber(NumberForm& form) = 0;
   virtual void ShowAbout() = 0;
   // The box that asks for patience, without a button; it stays until it is hidden.
   virtual void ShowPatience(bool shown) = 0;

@@ -1,8 +1,6 @@
 #include "shell/main_window.h"
 
 #include "base/format_text.h"
-#include "selection/card_removal.h"
-#include "storage/card_dispatch.h"
 
 namespace carnetel {
 namespace {
@@ -22,6 +20,7 @@ MainWindowLogic::MainWindowLogic(Session& session, MainWindowView& view, DialogH
       view_(view),
       dialogs_(dialogs),
       list_(*this, list_capacity),
+      pickers_(list_),
       form_(view, list_, session.services().messages, session.settings()) {
   session_.OnClosing([this] { LetGoOfDirectory(); });
 }
@@ -45,8 +44,8 @@ void MainWindowLogic::ReloadAfterOpen() {
   list_.SetDirectory(session_.directory());
   list_.SetLabelStyles(session_.settings().Labels());
   form_.SetDirectory(session_.directory());
-  view_.SetGroups({std::string(LoadText(164))}, 0);
-  view_.SetSets({std::string(LoadText(165))}, 0);
+  pickers_.SetDirectory(session_.directory());
+  ShowPickers();
   // Without a directory the window stays as it is.
   if (session_.directory() != nullptr) {
     view_.SetTitle(FormatText(265, session_.CurrentMainFile()));
@@ -59,7 +58,7 @@ void MainWindowLogic::ReloadAfterOpen() {
 }
 
 void MainWindowLogic::Dispatch(int command) {
-  if (DispatchDirectoryCommand(command)) return;
+  if (DispatchDirectoryCommand(command) || DispatchSelectionCommand(command)) return;
   if (command >= kTabAll && command <= kTabZ) {
     ApplyLetterTab(command);
     return;
@@ -87,20 +86,6 @@ void MainWindowLogic::Dispatch(int command) {
       break;
     case kButtonSaveNew:
       form_.SaveNew();
-      break;
-    case kCommandDeleteCard:
-    case kButtonDeleteCard:
-      if (form_.LeaveForm()) DeleteCard();
-      break;
-    case kCommandDeleteMarked:
-    case kButtonDeleteMarked:
-      if (form_.LeaveForm()) DeleteMarked();
-      break;
-    case kCommandDeselectAll:
-      if (form_.LeaveForm()) list_.DeselectListed();
-      break;
-    case kCommandBrowseMarked:
-      if (form_.LeaveForm()) view_.OpenConsultation();
       break;
     case kButtonMark:
       list_.ToggleMark(list_.current_row());
@@ -138,58 +123,6 @@ void MainWindowLogic::QuitUnasked() {
   WriteRecents();
   session_.CloseDirectory();
   view_.EndWindow();
-}
-
-void MainWindowLogic::DeleteCard() {
-  Directory* directory = session_.directory();
-  const uint32_t card_offset = list_.current_card();
-  CardRecord card;
-  if (directory == nullptr || !directory->main().ReadCard(card_offset, card)) return;
-  const MessageButton answer = session_.services().messages.ShowMessage(
-      MessageStyle::kOkCancel, 80, 31, DeletionLabel(card, directory->key_field()));
-  if (answer != MessageButton::kOk) return;
-  uint32_t moved_from = 0;
-  carnetel::DeleteCard(*directory, card_offset, &moved_from);
-  list_.ListRefill();
-  view_.FocusList();
-}
-
-void MainWindowLogic::DeleteMarked() {
-  Directory* directory = session_.directory();
-  if (directory == nullptr || list_.marked_count() == 0) return;
-  const MessageButton answer =
-      session_.services().messages.ShowMessage(MessageStyle::kOkCancel, 80, 53);
-  if (answer != MessageButton::kOk) return;
-  DeleteMarkedEntries();
-  list_.ListRefill(kAllLetters);
-  view_.ShowTab(kTabAll);
-  view_.FocusList();
-}
-
-void MainWindowLogic::DeleteMarkedEntries() {
-  Directory& directory = *session_.directory();
-  ProgressBox& progress = session_.services().progress;
-  progress.Open(ProgressForm::kDelete, static_cast<uint32_t>(directory.marked_count()));
-  {
-    const Directory::Batch batch(directory);
-    uint32_t row = 0;
-    bool stopped = false;
-    while (!stopped && row < directory.address().entry_count() && directory.marked_count() > 0) {
-      const EntrySlot entry = directory.address().Entry(row);
-      CardRecord card;
-      if (!entry.bit(directory.selection_bit()) ||
-          !directory.main().ReadCard(entry.card_offset(), card)) {
-        ++row;
-        continue;
-      }
-      // The card that was announced still goes when the user stops the walk at it.
-      stopped = progress.Step(DeletionLabel(card, directory.key_field()));
-      // A delete takes the entry away: the same row is looked at again.
-      uint32_t moved_from = 0;
-      if (!carnetel::DeleteCard(directory, entry.card_offset(), &moved_from)) ++row;
-    }
-  }
-  progress.Close();
 }
 
 MenuState MainWindowLogic::menu_state() const {

@@ -12,6 +12,7 @@
 #include "shell/card_list.h"
 #include "shell/command_table.h"
 #include "shell/directory_chooser.h"
+#include "shell/pickers.h"
 #include "shell/session.h"
 
 namespace carnetel {
@@ -81,6 +82,10 @@ class MainWindowLogic : private CardList::Observer {
   // Counts as a change of marks, whether it made one or not.
   void ListDoubleClicked();
 
+  // A choice in the two lists above the cards.
+  void PickGroup(int row);
+  void PickSet(int row);
+
   // The message that the list is full, when cards had no place in it; posted after the start.
   void TellNotLoaded();
 
@@ -96,6 +101,8 @@ class MainWindowLogic : private CardList::Observer {
 
   // Commands about directories and the program; false when it is none of those.
   bool DispatchDirectoryCommand(int command);
+  // Commands about marks, criteria, groups and searches; false when it is none of those.
+  bool DispatchSelectionCommand(int command);
   // Everything that follows a change of directory.
   void ReloadAfterOpen();
   void ReadRecents();
@@ -111,6 +118,15 @@ class MainWindowLogic : private CardList::Observer {
   void ChangePreferences();
   void AskInvalidDirectory();
   void LetGoOfDirectory();
+  void DeselectListed();
+  void BrowseMarked();
+  void SelectByCriteria();
+  void SelectAll();
+  void RunSelection(const CriteriaRows& rows, bool add);
+  void ManageGroups();
+  void Search();
+  void GoToNumber();
+  void ShowPickers();
   void DeleteCard();
   void DeleteMarked();
   void DeleteMarkedEntries();
@@ -120,6 +136,7 @@ class MainWindowLogic : private CardList::Observer {
   MainWindowView& view_;
   DialogHost& dialogs_;
   CardList list_;
+  Pickers pickers_;
   CardForm form_;
   std::vector<std::string> recents_;
   bool ended_ = false;

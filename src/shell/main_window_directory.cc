@@ -87,7 +87,9 @@ void MainWindowLogic::WriteRecents() {
 
 // Before the session closes it: what it shows meanwhile (messages, progress) may repaint the list.
 void MainWindowLogic::LetGoOfDirectory() {
-  list_.StorePosition();
+  pickers_.StorePosition();
+  pickers_.StoreActiveSet();
+  pickers_.SetDirectory(nullptr);
   list_.SetDirectory(nullptr);
   form_.SetDirectory(nullptr);
 }
@@ -131,7 +133,7 @@ void MainWindowLogic::ChooseAndReload(ChooserTemplate form) {
 
 void MainWindowLogic::DestroyDirectories() {
   if (!form_.LeaveForm()) return;
-  list_.StorePosition();
+  pickers_.StorePosition();
   (void)ChooseDirectory(session_, dialogs_, ChooserTemplate::kDestroy, ChooserMode::kDirectories,
                         true);
   ReloadAfterOpen();
@@ -147,7 +149,7 @@ void MainWindowLogic::ChangePreferences() {
   if (!form_.LeaveForm()) return;
   PreferencesForm form(session_.settings(), session_.request().caller_window != 0);
   if (!dialogs_.RunPreferences(form)) return;
-  list_.StorePosition();
+  pickers_.StorePosition();
   const PreferencesResult result = ApplyPreferences(session_, dialogs_, form);
   list_.SetLabelStyles(session_.settings().Labels());
   view_.SettingsChanged();
@@ -155,6 +157,8 @@ void MainWindowLogic::ChangePreferences() {
   const FormZone zone = references ? FormZone::kReferences : FormZone::kNotes;
   if (form_.zone() != zone) form_.ShowZone(zone);
   const bool reordered = result == PreferencesResult::kIndexChanged;
+  if (reordered) pickers_.PickGroup(0);
+  ShowPickers();
   list_.ListRefill(reordered ? kAllLetters : list_.letter_range());
   if (reordered) view_.ShowTab(kTabAll);
   form_.ShowCurrentCard(true);
@@ -162,7 +166,7 @@ void MainWindowLogic::ChangePreferences() {
 
 void MainWindowLogic::AskInvalidDirectory() {
   if (session_.directory() == nullptr) return;
-  list_.StorePosition();
+  pickers_.StorePosition();
   session_.directory()->CloseListView();
   InvalidFileForm form(session_, [this] {
     (void)ChooseDirectory(session_, dialogs_, ChooserTemplate::kDestroy, ChooserMode::kInvalidFile,

@@ -19,6 +19,10 @@ void Pickers::SetDirectory(Directory* directory) {
   groups_ = {std::string(LoadText(kWholeFileName))};
   sets_ = {std::string(LoadText(kNoSetName))};
   if (directory_ == nullptr) return;
+  if (directory_->group_bit() != kWholeFileBit) {
+    directory_->CloseListView();
+    directory_->set_group_bit(kWholeFileBit);
+  }
   criteria_ = std::make_unique<CriteriaFile>(directory_->files(), directory_->paths().Of(".CRT"));
   const bool made = GroupFile(*directory_).Check();
   ReloadGroups();

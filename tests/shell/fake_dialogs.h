@@ -4,10 +4,15 @@
 
 #include <gtest/gtest.h>
 
+#include <deque>
 #include <functional>
+#include <string>
 #include <vector>
 
+#include "selection/criteria_form.h"
+#include "selection/groups_form.h"
 #include "shell/dialog_host.h"
+#include "shell/search_form.h"
 
 namespace carnetel {
 
@@ -17,6 +22,17 @@ class FakeDialogs : public DialogHost {
   std::function<bool(DescriptionForm&)> description;
   std::function<bool(PreferencesForm&)> preferences;
   std::function<InvalidFileEnd(InvalidFileForm&)> invalid_file;
+  std::function<CriteriaEnd(CriteriaForm&)> criteria;
+  std::function<int(NamedSetsForm&)> named_sets;
+  std::function<int(GroupsForm&)> groups;
+  std::function<int(SearchForm&)> search;
+  std::function<bool(NumberForm&)> number;
+  // What the dialogs for a name and for a group answer, in order.
+  std::deque<std::optional<std::string>> names;
+  std::deque<std::optional<GroupDescription>> group_descriptions;
+  // What they offered.
+  std::vector<std::string> names_offered;
+  std::vector<GroupDescription> groups_offered;
   // Runs while the box that asks for patience is up.
   std::function<void()> while_patience;
   int abouts = 0;
@@ -34,6 +50,19 @@ class FakeDialogs : public DialogHost {
   InvalidFileEnd RunInvalidFile(InvalidFileForm& form) override {
     return Run(invalid_file, form, "invalid file");
   }
+  CriteriaEnd RunCriteria(CriteriaForm& form) override { return Run(criteria, form, "criteria"); }
+  void RunNamedSets(SetsDialog, NamedSetsForm& form) override { Run(named_sets, form, "sets"); }
+  std::optional<std::string> AskName(SetsDialog, const std::string& offered) override {
+    names_offered.push_back(offered);
+    return Take(names);
+  }
+  void RunGroups(GroupsForm& form) override { Run(groups, form, "groups"); }
+  std::optional<GroupDescription> AskGroup(const GroupDescription& offered) override {
+    groups_offered.push_back(offered);
+    return Take(group_descriptions);
+  }
+  void RunSearch(SearchForm& form) override { Run(search, form, "search"); }
+  bool RunNumber(NumberForm& form) override { return Run(number, form, "number"); }
   void ShowAbout() override { ++abouts; }
   void ShowPatience(bool shown) override {
     patience_shown = shown;
@@ -44,6 +73,14 @@ class FakeDialogs : public DialogHost {
   void ShowHelp(int topic) override { help_topics.push_back(topic); }
 
  private:
+  template <class Answer>
+  static Answer Take(std::deque<Answer>& answers) {
+    if (answers.empty()) return {};
+    Answer answer = answers.front();
+    answers.pop_front();
+    return answer;
+  }
+
   template <class Result, class Form>
   Result Run(const std::function<Result(Form&)>& user, Form& form, const char* dialog) {
     if (user) return user(form);

@@ -3,27 +3,20 @@
 
 #include <functional>
 
-#include "selection/group_list.h"
+#include "selection/group_file.h"
+#include "tests/shell/fake_dialogs.h"
 #include "tests/shell/window_fixture.h"
 
 namespace carnetel {
 namespace {
 
 // Shows no dialog; remembers when the box that asks for patience came and went.
-class PatienceDialogs : public DialogHost {
+class PatienceDialogs : public FakeDialogs {
  public:
-  bool RunFilePicker(FilePicker& /*picker*/) override { return false; }
-  bool RunDescription(DescriptionForm& /*form*/) override { return false; }
-  bool RunPreferences(PreferencesForm& /*form*/) override { return false; }
-  InvalidFileEnd RunInvalidFile(InvalidFileForm& /*form*/) override {
-    return InvalidFileEnd::kClosed;
-  }
-  void ShowAbout() override {}
   void ShowPatience(bool is_shown) override {
     patience.push_back(is_shown);
     if (on_patience) on_patience();
   }
-  void ShowHelp(int /*topic*/) override {}
 
   std::vector<bool> patience;
   std::function<void()> on_patience;
@@ -238,7 +231,7 @@ TEST_F(PreferencesTest, MarksGroupsAndRowsStayOverAChangeOfIndex) {
   EXPECT_EQ(directory().address().header().current_row(), 2);
   EXPECT_EQ(directory().address().header().top_row(), 1);
   EXPECT_EQ(AsChars(memory.Contents(DefaultPath() + ".GRP")), groups);
-  ASSERT_EQ(ReadGroups(files, DefaultPath() + ".GRP").size(), 1u);
+  ASSERT_EQ(GroupFile(directory()).Groups().size(), 1u);
   EXPECT_EQ(memory.Contents(DefaultPath() + ".CRT"), criteria);
   // What the next opening finds.
   const auto saved = Saved(kNom);

@@ -4,21 +4,22 @@
 
 #include "desktop/controls/wait_cursor.h"
 #include "desktop/dialogs/about_dialog.h"
+#include "desktop/dialogs/criteria_dialog.h"
 #include "desktop/dialogs/description_dialog.h"
 #include "desktop/dialogs/file_chooser.h"
+#include "desktop/dialogs/group_description_dialog.h"
+#include "desktop/dialogs/groups_dialog.h"
 #include "desktop/dialogs/invalid_file_dialog.h"
+#include "desktop/dialogs/name_dialog.h"
+#include "desktop/dialogs/named_sets_dialog.h"
+#include "desktop/dialogs/number_dialog.h"
 #include "desktop/dialogs/preferences_dialog.h"
+#include "desktop/dialogs/search_dialog.h"
 
 namespace carnetel::desktop {
 namespace {
 
 constexpr int kPreferencesTopic = 75;
-
-// Under the arrow, whatever cursor the command that opened it has.
-bool Run(QDialog& dialog) {
-  const WaitCursorPause arrow;
-  return dialog.exec() == QDialog::Accepted;
-}
 
 }  // namespace
 
@@ -31,17 +32,21 @@ QWidget* WindowDialogs::Owner() const {
   return modal != nullptr ? modal : window_;
 }
 
+// Under the arrow, whatever cursor the command that opened it has.
+template <class Dialog>
+bool WindowDialogs::Run(Dialog& dialog) {
+  QObject::connect(&dialog, &Dialog::helpWanted, &dialog, [this](int topic) { ShowHelp(topic); });
+  const WaitCursorPause arrow;
+  return dialog.exec() == QDialog::Accepted;
+}
+
 bool WindowDialogs::RunFilePicker(FilePicker& picker) {
   FileChooserDialog dialog(picker, Owner());
-  QObject::connect(&dialog, &FileChooserDialog::helpWanted, &dialog,
-                   [this](int topic) { ShowHelp(topic); });
   return Run(dialog);
 }
 
 bool WindowDialogs::RunDescription(DescriptionForm& form) {
   DescriptionDialog dialog(form, Owner());
-  QObject::connect(&dialog, &DescriptionDialog::helpWanted, &dialog,
-                   [this](int topic) { ShowHelp(topic); });
   return Run(dialog);
 }
 
@@ -49,20 +54,58 @@ bool WindowDialogs::RunPreferences(PreferencesForm& form) {
   PreferencesDialog dialog(form, Owner());
   QObject::connect(&dialog, &PreferencesDialog::helpWanted, &dialog,
                    [this] { ShowHelp(kPreferencesTopic); });
-  return Run(dialog);
+  const WaitCursorPause arrow;
+  return dialog.exec() == QDialog::Accepted;
 }
 
 InvalidFileEnd WindowDialogs::RunInvalidFile(InvalidFileForm& form) {
   InvalidFileDialog dialog(form, Owner());
-  QObject::connect(&dialog, &InvalidFileDialog::helpWanted, &dialog,
-                   [this](int topic) { ShowHelp(topic); });
   (void)Run(dialog);
   return dialog.end();
 }
 
+CriteriaEnd WindowDialogs::RunCriteria(CriteriaForm& form) {
+  CriteriaDialog dialog(form, Owner());
+  (void)Run(dialog);
+  return dialog.end();
+}
+
+void WindowDialogs::RunNamedSets(SetsDialog which, NamedSetsForm& form) {
+  NamedSetsDialog dialog(which, form, Owner());
+  (void)Run(dialog);
+}
+
+std::optional<std::string> WindowDialogs::AskName(SetsDialog which, const std::string& offered) {
+  NameDialog dialog(which, offered, Owner());
+  if (!Run(dialog) || dialog.name().empty()) return {};
+  return dialog.name();
+}
+
+void WindowDialogs::RunGroups(GroupsForm& form) {
+  GroupsDialog dialog(form, Owner());
+  (void)Run(dialog);
+}
+
+std::optional<GroupDescription> WindowDialogs::AskGroup(const GroupDescription& offered) {
+  GroupDescriptionDialog dialog(offered, Owner());
+  if (!Run(dialog) || dialog.description().name.empty()) return {};
+  return dialog.description();
+}
+
+void WindowDialogs::RunSearch(SearchForm& form) {
+  SearchDialog dialog(form, Owner());
+  (void)Run(dialog);
+}
+
+bool WindowDialogs::RunNumber(NumberForm& form) {
+  NumberDialog dialog(form, Owner());
+  return Run(dialog);
+}
+
 void WindowDialogs::ShowAbout() {
   AboutDialog dialog(Owner());
-  (void)Run(dialog);
+  const WaitCursorPause arrow;
+  dialog.exec();
 }
 
 void WindowDialogs::ShowPatience(bool shown) {

@@ -22,6 +22,13 @@ class WindowDialogs : public DialogHost {
   bool RunDescription(DescriptionForm& form) override;
   bool RunPreferences(PreferencesForm& form) override;
   InvalidFileEnd RunInvalidFile(InvalidFileForm& form) override;
+  CriteriaEnd RunCriteria(CriteriaForm& form) override;
+  void RunNamedSets(SetsDialog dialog, NamedSetsForm& form) override;
+  std::optional<std::string> AskName(SetsDialog dialog, const std::string& offered) override;
+  void RunGroups(GroupsForm& form) override;
+  std::optional<GroupDescription> AskGroup(const GroupDescription& offered) override;
+  void RunSearch(SearchForm& form) override;
+  bool RunNumber(NumberForm& form) override;
   void ShowAbout() override;
   void ShowPatience(bool shown) override;
   void ShowHelp(int topic) override;
@@ -31,6 +38,9 @@ class WindowDialogs : public DialogHost {
 
  private:
   [[nodiscard]] QWidget* Owner() const;
+  // Shows a dialog over the active window, with its help; true when it was confirmed.
+  template <class Dialog>
+  bool Run(Dialog& dialog);
 
   QWidget* window_;
   BusyState& busy_;

@@ -1,0 +1,192 @@
+// What the main window's commands do with marks, criteria, groups and single cards.
+#include "selection/card_removal.h"
+#include "selection/card_test.h"
+#include "selection/criteria_form.h"
+#include "selection/group_removal.h"
+#include "selection/groups_form.h"
+#include "selection/selection_scan.h"
+#include "shell/main_window.h"
+#include "shell/search_form.h"
+#include "storage/card_dispatch.h"
+
+namespace carnetel {
+
+bool MainWindowLogic::DispatchSelectionCommand(int command) {
+  using Action = void (MainWindowLogic::*)();
+  Action action = nullptr;
+  switch (CommandOfButton(command)) {
+    case kCommandDeleteCard:
+      action = &MainWindowLogic::DeleteCard;
+      break;
+    case kCommandDeleteMarked:
+      action = &MainWindowLogic::DeleteMarked;
+      break;
+    case kCommandSearch:
+      action = &MainWindowLogic::Search;
+      break;
+    case kCommandSelect:
+      action = &MainWindowLogic::SelectByCriteria;
+      break;
+    case kCommandDeselectAll:
+      action = &MainWindowLogic::DeselectListed;
+      break;
+    case kCommandGoToNumber:
+      action = &MainWindowLogic::GoToNumber;
+      break;
+    case kCommandGroups:
+      action = &MainWindowLogic::ManageGroups;
+      break;
+    case kCommandSelectAll:
+      action = &MainWindowLogic::SelectAll;
+      break;
+    case kCommandBrowseMarked:
+      action = &MainWindowLogic::BrowseMarked;
+      break;
+    default:
+      return false;
+  }
+  if (form_.LeaveForm() && session_.directory() != nullptr) (this->*action)();
+  return true;
+}
+
+void MainWindowLogic::ShowPickers() {
+  view_.SetGroups(pickers_.groups(), pickers_.group());
+  view_.SetSets(pickers_.sets(), pickers_.set());
+}
+
+// The focus stays where the user works: on the list.
+void MainWindowLogic::PickGroup(int row) {
+  if (form_.LeaveForm()) pickers_.PickGroup(row);
+  ShowPickers();
+  form_.UpdateButtons();
+  view_.FocusList();
+}
+
+void MainWindowLogic::PickSet(int row) {
+  if (form_.LeaveForm()) pickers_.PickSet(row);
+  ShowPickers();
+  form_.UpdateButtons();
+  view_.FocusList();
+}
+
+void MainWindowLogic::DeselectListed() {
+  list_.DeselectListed();
+}
+
+void MainWindowLogic::BrowseMarked() {
+  view_.OpenConsultation();
+}
+
+void MainWindowLogic::SelectByCriteria() {
+  const CriteriaDialogs dialogs = {
+      [this](NamedSetsForm& form) { dialogs_.RunNamedSets(SetsDialog::kCriteria, form); },
+      [this](const std::string& offered) {
+        return dialogs_.AskName(SetsDialog::kCriteria, offered);
+      }};
+  CriteriaForm form(pickers_.criteria(), session_.services().messages, dialogs);
+  const CriteriaEnd end = dialogs_.RunCriteria(form);
+  if (end == CriteriaEnd::kQuit) return;
+  RunSelection(pickers_.criteria().rows(), end == CriteriaEnd::kAdd);
+}
+
+void MainWindowLogic::SelectAll() {
+  CriteriaRows& rows = pickers_.criteria().rows();
+  rows = RowsForAll(rows);
+  session_.directory()->set_selection_dirty();
+  RunSelection(rows, false);
+}
+
+void MainWindowLogic::RunSelection(const CriteriaRows& rows, bool add) {
+  carnetel::RunSelection(*session_.directory(), rows, add, pickers_.group() != 0,
+                         static_cast<uint32_t>(list_.row_count()));
+  list_.ListRefill();
+  pickers_.ReloadSets();
+  ShowPickers();
+}
+
+void MainWindowLogic::ManageGroups() {
+  pickers_.StorePosition();
+  GroupsForm form(*session_.directory(), session_.services().messages,
+                  [this](const GroupDescription& offered) { return dialogs_.AskGroup(offered); },
+                  {static_cast<size_t>(pickers_.group()), pickers_.SetName()});
+  dialogs_.RunGroups(form);
+  pickers_.ReloadGroups();
+  pickers_.PickGroup(pickers_.group());
+  ShowPickers();
+}
+
+void MainWindowLogic::Search() {
+  SearchForm form(*session_.directory(), list_, session_.services().messages);
+  dialogs_.RunSearch(form);
+  form.End();
+  form_.ShowCurrentCard(true);
+  view_.FocusList();
+}
+
+void MainWindowLogic::GoToNumber() {
+  NumberForm form(list_);
+  (void)dialogs_.RunNumber(form);
+}
+
+void MainWindowLogic::DeleteCard() {
+  Directory* directory = session_.directory();
+  const uint32_t card_offset = list_.current_card();
+  CardRecord card;
+  if (directory == nullptr || !directory->main().ReadCard(card_offset, card)) return;
+  const MessageButton answer = session_.services().messages.ShowMessage(
+      MessageStyle::kOkCancel, 80, 31, DeletionLabel(card, directory->key_field()));
+  if (answer != MessageButton::kOk) return;
+  uint32_t moved_from = 0;
+  if (pickers_.group() != 0) {
+    ClearEntryBits(*directory, card_offset);
+  } else {
+    carnetel::DeleteCard(*directory, card_offset, &moved_from);
+  }
+  list_.ListRefill();
+  view_.FocusList();
+}
+
+void MainWindowLogic::DeleteMarked() {
+  Directory* directory = session_.directory();
+  if (directory == nullptr || list_.marked_count() == 0) return;
+  const MessageButton answer =
+      session_.services().messages.ShowMessage(MessageStyle::kOkCancel, 80, 53);
+  if (answer != MessageButton::kOk) return;
+  if (pickers_.group() != 0) {
+    RemoveMarkedFromGroup(*directory, list_.MarkedCards());
+    list_.ListRefill();
+  } else {
+    DeleteMarkedEntries();
+    list_.ListRefill(kAllLetters);
+    view_.ShowTab(kTabAll);
+  }
+  view_.FocusList();
+}
+
+void MainWindowLogic::DeleteMarkedEntries() {
+  Directory& directory = *session_.directory();
+  ProgressBox& progress = session_.services().progress;
+  progress.Open(ProgressForm::kDelete, static_cast<uint32_t>(directory.marked_count()));
+  {
+    const Directory::Batch batch(directory);
+    uint32_t row = 0;
+    bool stopped = false;
+    while (!stopped && row < directory.address().entry_count() && directory.marked_count() > 0) {
+      const EntrySlot entry = directory.address().Entry(row);
+      CardRecord card;
+      if (!entry.bit(directory.selection_bit()) ||
+          !directory.main().ReadCard(entry.card_offset(), card)) {
+        ++row;
+        continue;
+      }
+      // The card that was announced still goes when the user stops the walk at it.
+      stopped = progress.Step(DeletionLabel(card, directory.key_field()));
+      // A delete takes the entry away: the same row is looked at again.
+      uint32_t moved_from = 0;
+      if (!carnetel::DeleteCard(directory, entry.card_offset(), &moved_from)) ++row;
+    }
+  }
+  progress.Close();
+}
+
+}  // namespace carnetel
