@@ -101,6 +101,14 @@ void MainWindow::ConnectForm() {
   connect(panel_, &CardPanel::fieldEntered, this,
           [this](int control) { logic_.form().FieldEntered(control); });
   connect(panel_, &CardPanel::confirmed, this, [this] { Run(kCommandConfirm); });
+  connect(groups_, &QComboBox::activated, this, [this](int row) {
+    const WaitCursor wait;
+    logic_.PickGroup(row);
+  });
+  connect(sets_, &QComboBox::activated, this, [this](int row) {
+    const WaitCursor wait;
+    logic_.PickSet(row);
+  });
   connect(groups_, &PickerCombo::focusEntered, this, [this](Qt::FocusReason reason) {
     if (!IsUserFocusChange(reason)) return;
     QTimer::singleShot(0, this, [this] {
