@@ -57,17 +57,6 @@ std::optional<OemText> ToOem(CliSession& session, const std::string& utf8, const
   return converted.text;
 }
 
-std::optional<OemText> ToName(CliSession& session, const std::string& utf8) {
-  constexpr size_t kLongestName = 23;
-  if (!utf8.empty()) return ToOem(session, utf8, "nom", kLongestName);
-  session.Fail("il faut un nom");
-  return std::nullopt;
-}
-
-bool SameName(const OemText& a, const OemText& b) {
-  return CompareKey(a.bytes(), b.bytes(), std::max(a.size(), b.size()) + 1) == 0;
-}
-
 std::optional<std::vector<uint32_t>> ResolveRows(CliSession& session, Directory& directory,
                                                  const std::vector<std::string>& names,
                                                  int* status) {

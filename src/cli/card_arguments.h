@@ -36,12 +36,6 @@ struct FieldValue {
                                            const std::string& place, size_t size,
                                            bool line_breaks = false);
 
-// A name for a saved set or a group: 23 characters, not empty; nothing when it cannot be taken
-// (told).
-[[nodiscard]] std::optional<OemText> ToName(CliSession& session, const std::string& utf8);
-// Whether two names are the same without regard to the case of ASCII letters.
-[[nodiscard]] bool SameName(const OemText& a, const OemText& b);
-
 // Puts values into a card as a form's controls do: the postal code goes to both of its fields.
 void SetFields(const std::vector<FieldValue>& values, CardRecord* card);
 

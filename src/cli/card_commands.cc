@@ -149,23 +149,21 @@ bool ConfirmDelete(CliSession& session, Directory& directory,
 }
 
 int TellRemoval(CliSession& session, const CardRemoval& removal) {
-  const std::string told = std::to_string(removal.deleted) +
-                           (removal.deleted > 1 ? " fiches supprimées" : " fiche supprimée");
+  const std::string told =
+      CardCount(removal.deleted) + (removal.deleted > 1 ? " supprimées" : " supprimée");
   if (removal.failed) return session.Fail("suppression impossible : " + told);
   session.messages().Inform(told);
   return kDone;
 }
 
 // Without offsets, the marked ones.
-int LeaveGroup(CliSession& session, Directory& directory, std::vector<uint32_t> offsets) {
-  uint32_t left = 0;
-  if (offsets.empty()) {
-    left = RemoveMarkedFromGroup(directory, MarkedCards(directory));
-  } else {
-    for (const uint32_t offset : offsets) left += ClearEntryBits(directory, offset) ? 1U : 0U;
-  }
-  session.messages().Inform(std::to_string(left) + (left > 1 ? " fiches ont" : " fiche a") +
-                            " quitté le groupe");
+int LeaveGroup(CliSession& session, Directory& directory, const GroupScope& scope,
+               const std::vector<uint32_t>& offsets) {
+  const uint32_t before = CountMembers(directory, directory.group_bit());
+  if (offsets.empty()) RemoveMarkedFromGroup(directory, scope.MarkedShown());
+  for (const uint32_t offset : offsets) ClearEntryBits(directory, offset);
+  const uint32_t left = before - CountMembers(directory, directory.group_bit());
+  session.messages().Inform(CardCount(left) + (left > 1 ? " ont" : " a") + " quitté le groupe");
   return kDone;
 }
 
@@ -180,14 +178,14 @@ int RunDelete(CliSession& session, const Arguments& arguments) {
   const auto offsets = ResolveRows(session, *directory, arguments.positionals, &status);
   if (!offsets) return status;
   const GroupScope scope(session, *directory, arguments);
-  if (!scope.found() || !scope.ShowsEach(*offsets)) return kRefused;
+  if (!scope.found() || !scope.HoldsEach(*offsets)) return kRefused;
   if (marked && directory->marked_count() == 0) {
     return session.Fail(std::string(LoadText(kNoSelection)));
   }
   if (!ConfirmDelete(session, *directory, *offsets)) {
     return session.Fail("rien n'est supprimé");
   }
-  if (scope.is_group()) return LeaveGroup(session, *directory, *offsets);
+  if (scope.is_group()) return LeaveGroup(session, *directory, scope, *offsets);
   return TellRemoval(session,
                      marked ? DeleteMarkedCards(*directory) : DeleteCards(*directory, *offsets));
 }
@@ -230,7 +228,9 @@ Command EditCommand() {
 Command DeleteCommand() {
   return {.name = "delete",
           .summary = "Supprime des fiches",
-          .details = std::string(kRowHelp) + "\nDemande une confirmation.",
+          .details = std::string(kRowHelp) +
+                     "\nDemande une confirmation. Avec --group, les fiches quittent le groupe et "
+                     "rien n'est supprimé.",
           .usage = "[LIGNE…]",
           .most = kManyArguments,
           .options = {{"--marked", "", "toutes les fiches marquées"},

@@ -11,15 +11,6 @@ namespace {
 
 constexpr size_t kNameWidth = 8;
 
-// Control bytes of foreign files must not reach the terminal as such.
-std::string Shown(std::string text) {
-  for (char& byte : text) {
-    const auto code = static_cast<unsigned char>(byte);
-    if (code < 0x20 || code == 0x7F) byte = ' ';
-  }
-  return text;
-}
-
 std::string PaddedNumber(uint32_t number, size_t width) {
   std::string text = std::to_string(number);
   return text.insert(0, width - std::min(width, text.size()), ' ');
@@ -49,6 +40,26 @@ std::string Joined(const std::vector<std::string>& texts) {
 }
 
 }  // namespace
+
+std::string Shown(std::string text) {
+  for (char& byte : text) {
+    const auto code = static_cast<unsigned char>(byte);
+    if (code < 0x20 || code == 0x7F) byte = ' ';
+  }
+  return text;
+}
+
+std::string CardCount(int64_t count) {
+  return std::to_string(count) + (count > 1 ? " fiches" : " fiche");
+}
+
+void PrintMarkedCount(CliSession& session, int32_t count) {
+  if (session.options().json) {
+    session.out() << CountLine("marked", count) << '\n';
+  } else {
+    session.out() << CardCount(count) << (count > 1 ? " marquées\n" : " marquée\n");
+  }
+}
 
 std::optional<CardRow> LoadRow(Directory& directory, uint32_t offset, uint32_t from) {
   const AddressFile& address = directory.address();

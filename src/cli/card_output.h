@@ -10,6 +10,15 @@
 
 namespace carnetel {
 
+// A text of a file as a terminal may show it: control bytes of foreign files become blanks.
+[[nodiscard]] std::string Shown(std::string text);
+
+// "3 fiches", "1 fiche".
+[[nodiscard]] std::string CardCount(int64_t count);
+
+// How many cards are marked, as the commands that change marks answer.
+void PrintMarkedCount(CliSession& session, int32_t count);
+
 // Prints cards of the open directory. Made for one command: it reads the groups once.
 class CardPrinter {
  public:

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "base/path.h"
+#include "selection/group_file.h"
 #include "selection/marks.h"
 #include "storage/upgrade.h"
 
@@ -124,6 +125,7 @@ Directory* CliSession::Open() {
   if (result != OpenResult::kOpened) return Refuse();
   // A run that ended badly may have left a stale counter; the marks themselves are right.
   directory_->set_marked_count(CountMarks(*directory_));
+  GroupFile(*directory_).Check();
   return directory_.get();
 }
 
@@ -145,6 +147,7 @@ Directory* CliSession::Create(const OemText& description) {
   }
   directory_->main().header().set_description(description);
   directory_->main().WriteHeader();
+  GroupFile(*directory_).Check();
   return directory_.get();
 }
 

@@ -35,6 +35,16 @@ struct OptionSyntax {
   [[nodiscard]] std::string LongName() const { return names.substr(names.rfind(',') + 1); }
 };
 
+// One of the things that a command does, when its first word says which: "group create".
+struct ActionSyntax {
+  std::string name;
+  std::string usage = {};  // its words as the help shows them
+  std::string help;
+  size_t least = 0;  // number of its words
+  size_t most = 0;
+  std::vector<std::string> options = {};  // long names of those of the command that it takes
+};
+
 struct Command {
   std::string name;
   std::string summary;       // one line for the list of commands
@@ -43,6 +53,7 @@ struct Command {
   size_t least = 0;          // number of positionals
   size_t most = 0;
   std::vector<OptionSyntax> options = {};
+  std::vector<ActionSyntax> actions = {};  // none: the command does one thing
   // The exit status.
   int (*run)(CliSession& session, const Arguments& arguments) = nullptr;
 };

@@ -95,6 +95,22 @@ void TakeCommand(const RegisteredCommand& registered, CommandLine* line) {
   }
 }
 
+// What is wrong with the words of a command that has actions; empty when nothing is.
+std::string ActionError(const Command& command, const Arguments& arguments) {
+  const std::string& name = arguments.positionals.front();
+  const auto action = std::ranges::find(command.actions, name, &ActionSyntax::name);
+  if (action == command.actions.end()) return "action inconnue : " + name;
+  const std::string line = command.name + ' ' + name;
+  const size_t count = arguments.positionals.size() - 1;
+  if (count < action->least) return "il manque un argument : " + line + ' ' + action->usage;
+  if (count > action->most) return "argument en trop : " + arguments.positionals[action->most + 1];
+  const auto foreign = std::ranges::find_if(arguments.options, [action](const auto& option) {
+    return std::ranges::find(action->options, option.first) == action->options.end();
+  });
+  if (foreign == arguments.options.end()) return {};
+  return "l'option " + foreign->first + " n'a pas de sens avec « " + line + " »";
+}
+
 void CheckWords(const CLI::App& app, CommandLine* line) {
   if (line->help || line->version) return;
   // "--", behind which nothing is an option, is among the words left over.
@@ -106,6 +122,8 @@ void CheckWords(const CLI::App& app, CommandLine* line) {
     line->error = "il manque une commande";
   } else if (line->arguments.positionals.size() < line->command->least) {
     line->error = "il manque un argument : " + line->command->name + " " + line->command->usage;
+  } else if (!line->command->actions.empty()) {
+    line->error = ActionError(*line->command, line->arguments);
   }
 }
 

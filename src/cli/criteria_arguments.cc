@@ -1,6 +1,7 @@
 #include "cli/criteria_arguments.h"
 
 #include "base/code_page.h"
+#include "selection/card_test.h"
 #include "shell/field_names.h"
 
 namespace carnetel {
@@ -47,10 +48,23 @@ std::optional<CriteriaRow> ParseCriterion(CliSession& session, const std::string
   return CriteriaRow{code, static_cast<char>(sign->second), *value};
 }
 
+// Tells of a criterion that the validation takes out: it would be missing without a word.
+void WarnOfNoTest(CliSession& session, const std::string& word, const CriteriaRow& criterion) {
+  CriteriaRows alone;
+  alone.SetRow(0, criterion);
+  if (alone.CompactCriteriaRows() != 0) return;
+  session.messages().Warn("critère " + word + " ignoré : seuls = et <> admettent une valeur vide");
+}
+
 }  // namespace
+
+bool IsSelectAll(const std::vector<std::string>& words) {
+  return words.size() == 1 && words.front() == "*";
+}
 
 std::optional<CriteriaRows> ParseCriteria(CliSession& session,
                                           const std::vector<std::string>& words, int* status) {
+  if (IsSelectAll(words)) return RowsForAll({});
   if (words.size() > kCriteriaRowCount) {
     *status = session.WrongUsage("six critères au plus");
     return {};
@@ -60,6 +74,7 @@ std::optional<CriteriaRows> ParseCriteria(CliSession& session,
     const std::optional<CriteriaRow> criterion = ParseCriterion(session, words[row], status);
     if (!criterion) return {};
     rows.SetRow(row, *criterion);
+    WarnOfNoTest(session, words[row], *criterion);
   }
   if (rows.CompactCriteriaRows() == 0) {
     *status = session.Fail(std::string(LoadText(kNoCriteria)));

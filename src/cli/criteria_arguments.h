@@ -1,5 +1,5 @@
 // Criteria as words of a command's line: a field, one of = <> <= >= < > ~, and a value, which may
-// be empty: "Ste1=DU", "Fax<>".
+// be empty: "Ste1=DU", "Fax<>". The word "*" alone stands for all cards.
 #pragma once
 
 #include <optional>
@@ -10,6 +10,8 @@
 #include "selection/criteria_set.h"
 
 namespace carnetel {
+
+[[nodiscard]] bool IsSelectAll(const std::vector<std::string>& words);
 
 // The rows of these criteria, validated; nothing when one cannot be taken or none is left (told,
 // with the exit status in `*status`).

@@ -3,11 +3,10 @@
 #include <ostream>
 
 #include "base/code_page.h"
+#include "cli/card_output.h"
 #include "cli/commands.h"
 #include "cli/group_argument.h"
-#include "cli/json_form.h"
 #include "selection/criteria_file.h"
-#include "selection/marks.h"
 
 namespace carnetel {
 namespace {
@@ -17,121 +16,169 @@ constexpr int kNoSelection = 50;
 constexpr int kNoSetName = 165;
 constexpr int kListFull = 197;
 constexpr int kToBeMerged = 245;
-constexpr const char* kGroupUsage =
-    "group list | create NOM | replace NOM | merge NOM | rename NOM NOUVEAU | delete NOM";
+constexpr int kMembersText = 273;
+constexpr int kWholeFileText = 274;
 
-uint32_t CountMembers(const Directory& directory, uint8_t slot) {
-  uint32_t members = 0;
-  for (uint32_t row = 0; row < directory.address().entry_count(); ++row) {
-    if (directory.address().Entry(row).bit(slot)) ++members;
-  }
-  return members;
+// What an action on groups works with.
+struct GroupWork {
+  CliSession& session;
+  Directory& directory;
+  GroupFile groups;
+  const Arguments& arguments;
+
+  [[nodiscard]] const std::string& word(size_t place) const { return arguments.positionals[place]; }
+};
+
+int FailToWrite(const GroupWork& work) {
+  return work.session.Fail("le fichier des groupes n'a pas pu être écrit");
 }
 
-int ListGroups(CliSession& session, const Directory& directory, GroupFile& groups) {
-  for (const GroupRecord& group : groups.Groups()) {
+int ListGroups(GroupWork& work) {
+  std::ostream& out = work.session.out();
+  for (const GroupRecord& group : work.groups.Groups()) {
     const GroupView view = {Utf8FromOem(group.name()), group.slot(), group.mode(),
-                            CountMembers(directory, group.slot())};
-    if (session.options().json) {
-      session.out() << GroupLine(view) << '\n';
+                            CountMembers(work.directory, group.slot())};
+    if (work.session.options().json) {
+      out << GroupLine(view) << '\n';
       continue;
     }
-    session.out() << view.name << " : " << view.members << (view.members > 1 ? " fiches" : " fiche")
-                  << ", " << LoadText(view.mode == kMembersOnly ? 273 : 274) << '\n';
+    out << Shown(view.name) << " : " << CardCount(view.members) << " ("
+        << LoadText(view.mode == kMembersOnly ? kMembersText : kWholeFileText) << ")\n";
   }
   return kDone;
 }
 
 // The entry that the window shows as the active criteria set.
-AnsiText ActiveSetName(CliSession& session, Directory& directory) {
-  CriteriaFile criteria(session.files(), directory.paths().Of(".CRT"));
-  const std::vector<OemText> names = criteria.ListCriteriaSets();
+AnsiText ActiveSetName(const GroupWork& work) {
+  CriteriaFile criteria(work.session.files(), work.directory.paths().Of(".CRT"));
+  (void)criteria.ReadCriteriaHeader();
   const int number = criteria.active_set();
+  const std::vector<OemText> names = criteria.ListCriteriaSets();
   const bool saved = number >= 1 && static_cast<size_t>(number) <= names.size();
   return saved ? OemToAnsi(names[static_cast<size_t>(number) - 1])
                : AnsiFromUtf8Lossy(LoadText(kNoSetName));
 }
 
-int FailToWrite(CliSession& session) {
-  return session.Fail("le fichier des groupes n'a pas pu être écrit");
+bool TellNoMarks(const GroupWork& work) {
+  if (work.directory.marked_count() != 0) return false;
+  work.session.Fail(std::string(LoadText(kNoSelection)));
+  return true;
 }
 
-int CreateGroup(CliSession& session, Directory& directory, GroupFile& groups,
-                const Arguments& arguments, const GroupScope& from) {
-  const std::string& name = arguments.positionals[1];
-  const std::optional<OemText> oem = ToName(session, name);
-  if (!oem) return kRefused;
-  const std::vector<GroupRecord> rows = groups.Rows();
-  if (rows.size() > kMostGroups) return session.Fail(std::string(LoadText(kListFull)));
-  if (directory.marked_count() == 0) return session.Fail(std::string(LoadText(kNoSelection)));
-  const auto same = [&oem](const GroupRecord& row) { return SameName(row.name(), *oem); };
-  if (rows.size() > 1 && std::any_of(rows.begin() + 1, rows.end(), same)) {
-    return session.Fail("un groupe « " + name + " » existe déjà");
+int TellMembers(GroupWork& work, size_t row) {
+  const std::optional<GroupRecord> record = work.groups.ReadRow(row);
+  if (!record) return FailToWrite(work);
+  work.session.messages().Inform("Groupe « " + Utf8FromOem(record->name()) +
+                                 " » : " + CardCount(CountMembers(work.directory, record->slot())));
+  return kDone;
+}
+
+int CreateGroup(GroupWork& work, size_t from) {
+  const std::optional<OemText> name = ToName(work.session, work.word(1));
+  if (!name) return kRefused;
+  const std::vector<OemText> names = GroupNames(work.groups);
+  if (names.size() >= kMostGroups) return work.session.Fail(std::string(LoadText(kListFull)));
+  if (TellNoMarks(work) || !IsFreeName(work.session, kGroupKind, names, *name)) return kRefused;
+  const uint8_t mode = work.arguments.Has("--whole") ? kWholeFileFlagged : kMembersOnly;
+  if (!work.groups.CreateGroup({*name, mode}, ActiveSetName(work), from)) return FailToWrite(work);
+  return TellMembers(work, names.size() + 1);
+}
+
+// Name and display mode stay.
+int ReplaceGroup(GroupWork& work) {
+  const std::optional<FoundGroup> group = FindGroup(work.session, work.groups, work.word(1));
+  if (!group || TellNoMarks(work)) return kRefused;
+  const GroupFile::Description same = {group->record.name(), group->record.mode()};
+  const bool done = work.groups.ReplaceGroup(group->row, same, ActiveSetName(work));
+  return done ? TellMembers(work, group->row) : FailToWrite(work);
+}
+
+int MergeGroup(GroupWork& work) {
+  const std::optional<FoundGroup> group = FindGroup(work.session, work.groups, work.word(1));
+  if (!group || TellNoMarks(work)) return kRefused;
+  if (!work.session.Confirm(kToBeMerged, Utf8FromOem(group->record.name()))) {
+    return work.session.Fail("rien n'est changé");
   }
-  const GroupFile::Description description = {
-      *oem, arguments.Has("--whole") ? kWholeFileFlagged : kMembersOnly};
-  const AnsiText set_name = ActiveSetName(session, directory);
-  return groups.CreateGroup(description, set_name, from.row()) ? kDone : FailToWrite(session);
+  const bool done = work.groups.MergeGroup(group->row);
+  return done ? TellMembers(work, group->row) : FailToWrite(work);
 }
 
-int ReplaceOrMerge(CliSession& session, Directory& directory, GroupFile& groups,
-                   const std::string& verb, const std::string& name) {
-  const std::optional<size_t> row = FindGroup(session, groups, name);
-  if (!row) return kRefused;
-  if (directory.marked_count() == 0) return session.Fail(std::string(LoadText(kNoSelection)));
-  const std::optional<GroupRecord> record = groups.ReadRow(*row);
-  if (!record) return FailToWrite(session);
-  if (verb == "merge") {
-    if (!session.Confirm(kToBeMerged, name)) return session.Fail("rien n'est changé");
-    return groups.MergeGroup(*row) ? kDone : FailToWrite(session);
+int RenameGroup(GroupWork& work) {
+  const std::optional<FoundGroup> group = FindGroup(work.session, work.groups, work.word(1));
+  const std::optional<OemText> name = group ? ToName(work.session, work.word(2)) : std::nullopt;
+  if (!name) return kRefused;
+  const std::vector<OemText> names = GroupNames(work.groups);
+  if (!IsFreeName(work.session, kGroupKind, names, *name, group->row - 1)) return kRefused;
+  uint8_t mode = group->record.mode();
+  if (work.arguments.Has("--whole")) mode = kWholeFileFlagged;
+  if (work.arguments.Has("--members")) mode = kMembersOnly;
+  const bool done = work.groups.RenameGroup(group->row, {*name, mode}, ActiveSetName(work));
+  return done ? kDone : FailToWrite(work);
+}
+
+int DeleteGroup(GroupWork& work) {
+  // One without a bit pair can be deleted too: nothing else gets rid of it.
+  const std::optional<size_t> place =
+      FindName(work.session, kGroupKind, GroupNames(work.groups), work.word(1));
+  if (!place) return kRefused;
+  const std::optional<GroupRecord> record = work.groups.ReadRow(*place + 1);
+  if (!record) return FailToWrite(work);
+  if (!work.session.Confirm(kSetToBeDeleted, Utf8FromOem(record->name()))) {
+    return work.session.Fail("rien n'est supprimé");
   }
-  const AnsiText set_name = ActiveSetName(session, directory);
-  const bool done = groups.ReplaceGroup(*row, {record->name(), record->mode()}, set_name);
-  return done ? kDone : FailToWrite(session);
-}
-
-int RenameGroup(CliSession& session, Directory& directory, GroupFile& groups,
-                const Arguments& arguments) {
-  const std::optional<OemText> name = ToName(session, arguments.positionals[2]);
-  const std::optional<size_t> row = FindGroup(session, groups, arguments.positionals[1]);
-  if (!name || !row) return kRefused;
-  const std::optional<GroupRecord> record = groups.ReadRow(*row);
-  if (!record) return FailToWrite(session);
-  uint8_t mode = record->mode();
-  if (arguments.Has("--whole")) mode = kWholeFileFlagged;
-  if (arguments.Has("--members")) mode = kMembersOnly;
-  const AnsiText set_name = ActiveSetName(session, directory);
-  return groups.RenameGroup(*row, {*name, mode}, set_name) ? kDone : FailToWrite(session);
-}
-
-int DeleteGroup(CliSession& session, GroupFile& groups, const std::string& name) {
-  const std::optional<size_t> row = FindGroup(session, groups, name);
-  if (!row) return kRefused;
-  if (!session.Confirm(kSetToBeDeleted, name)) return session.Fail("rien n'est supprimé");
-  return groups.DeleteGroup(*row) ? kDone : FailToWrite(session);
+  return work.groups.DeleteGroup(*place + 1) ? kDone : FailToWrite(work);
 }
 
 int RunGroup(CliSession& session, const Arguments& arguments) {
-  const std::vector<std::string>& words = arguments.positionals;
-  const std::string& verb = words.front();
-  const bool known =
-      (verb == "list" && words.size() == 1) || (verb == "rename" && words.size() == 3) ||
-      ((verb == "create" || verb == "replace" || verb == "merge" || verb == "delete") &&
-       words.size() == 2);
-  if (!known) return session.WrongUsage(kGroupUsage);
   if (arguments.Has("--whole") && arguments.Has("--members")) {
     return session.WrongUsage("--whole et --members s'excluent");
   }
   Directory* directory = session.Open();
   if (directory == nullptr) return kRefused;
-  GroupFile groups(*directory);
+  GroupWork work = {session, *directory, GroupFile(*directory), arguments};
+  const std::string& action = work.word(0);
+  if (action == "list") return ListGroups(work);
+  if (action == "rename") return RenameGroup(work);
+  if (action == "delete") return DeleteGroup(work);
   const GroupScope from(session, *directory, arguments, "--from");
   if (!from.found()) return kRefused;
-  if (verb == "list") return ListGroups(session, *directory, groups);
-  if (verb == "create") return CreateGroup(session, *directory, groups, arguments, from);
-  if (verb == "rename") return RenameGroup(session, *directory, groups, arguments);
-  if (verb == "delete") return DeleteGroup(session, groups, words[1]);
-  return ReplaceOrMerge(session, *directory, groups, verb, words[1]);
+  if (action == "create") return CreateGroup(work, from.row());
+  return action == "replace" ? ReplaceGroup(work) : MergeGroup(work);
+}
+
+std::vector<ActionSyntax> GroupActions() {
+  return {
+      {.name = "list", .help = "les groupes, avec leur nombre de fiches et leur affichage"},
+      {.name = "create",
+       .usage = "NOM",
+       .help = "un nouveau groupe des fiches marquées",
+       .least = 1,
+       .most = 1,
+       .options = {"--from", "--whole"}},
+      {.name = "replace",
+       .usage = "NOM",
+       .help = "les fiches marquées à la place de celles du groupe",
+       .least = 1,
+       .most = 1,
+       .options = {"--from"}},
+      {.name = "merge",
+       .usage = "NOM",
+       .help = "ajoute les fiches marquées au groupe ; demande une confirmation",
+       .least = 1,
+       .most = 1,
+       .options = {"--from"}},
+      {.name = "rename",
+       .usage = "NOM NOUVEAU",
+       .help = "un autre nom, un autre affichage, les mêmes fiches",
+       .least = 2,
+       .most = 2,
+       .options = {"--whole", "--members"}},
+      {.name = "delete",
+       .usage = "NOM",
+       .help = "supprime le groupe, non ses fiches ; demande une confirmation",
+       .least = 1,
+       .most = 1},
+  };
 }
 
 }  // namespace
@@ -139,15 +186,16 @@ int RunGroup(CliSession& session, const Arguments& arguments) {
 std::vector<Command> GroupCommands() {
   return {{.name = "group",
            .summary = "Gère les groupes de fiches",
-           .details = "list ; create NOM ; replace NOM ; merge NOM ; rename NOM NOUVEAU ; "
-                      "delete NOM\nLes fiches d'un groupe sont les fiches marquées au moment de "
-                      "le créer, de le remplacer ou de le fusionner.",
-           .usage = "ACTION [NOM [NOUVEAU]]",
+           .details = "Un groupe est fait des fiches qui sont marquées quand on le crée, le "
+                      "remplace ou le fusionne. Chaque groupe a ses propres marques, en plus de "
+                      "celles du fichier entier.",
+           .usage = "ACTION [ARGUMENTS]",
            .least = 1,
            .most = 3,
            .options = {{"--from", "NOM", "les marques de ce groupe, au lieu du fichier entier"},
-                       {"--whole", "", "affiche le fichier entier, les membres signalés"},
-                       {"--members", "", "affiche les fiches du groupe uniquement"}},
+                       {"--whole", "", "affichage du fichier entier, les membres signalés"},
+                       {"--members", "", "affichage des fiches du groupe uniquement"}},
+           .actions = GroupActions(),
            .run = RunGroup}};
 }
 

@@ -90,15 +90,38 @@ std::string OptionTable(const std::string& title, const std::vector<OptionSyntax
   return rows.empty() ? std::string() : Table(title, rows);
 }
 
+std::string BracketedTerm(const OptionSyntax& option) {
+  std::string term = OptionTerm(option);
+  std::ranges::replace(term, ' ', kFixedBlank);
+  return '[' + term + ']';
+}
+
 std::string CommandUsage(const Command& command) {
   std::string usage = "Usage : carnetel-cli [OPTIONS] " + command.name;
   if (!command.usage.empty()) usage += ' ' + command.usage;
-  for (const OptionSyntax& option : command.options) {
-    std::string term = OptionTerm(option);
-    std::ranges::replace(term, ' ', kFixedBlank);
-    usage += " [" + term + ']';
-  }
+  // Which action takes which option is told with the actions.
+  if (!command.actions.empty()) return usage;
+  for (const OptionSyntax& option : command.options) usage += ' ' + BracketedTerm(option);
   return usage;
+}
+
+std::string ActionTerm(const Command& command, const ActionSyntax& action) {
+  std::string term = action.name;
+  if (!action.usage.empty()) term += ' ' + action.usage;
+  for (const OptionSyntax& option : command.options) {
+    const bool taken = std::ranges::find(action.options, option.LongName()) != action.options.end();
+    if (taken) term += " [" + OptionTerm(option) + ']';
+  }
+  return term;
+}
+
+std::string ActionTable(const Command& command) {
+  std::vector<Row> rows;
+  rows.reserve(command.actions.size());
+  for (const ActionSyntax& action : command.actions) {
+    rows.push_back({ActionTerm(command, action), action.help});
+  }
+  return rows.empty() ? std::string() : Table("Actions", rows);
 }
 
 }  // namespace
@@ -129,6 +152,7 @@ std::string ToolHelp(std::span<const Command> commands) {
 std::string CommandHelp(const Command& command) {
   std::string help = Paragraphs(CommandUsage(command)) + '\n' + Paragraphs(command.summary + '.');
   if (!command.details.empty()) help += '\n' + Paragraphs(command.details);
+  help += ActionTable(command);
   help += OptionTable("Options de la commande", command.options);
   return help + "\n« carnetel-cli --help » décrit les options générales.\n";
 }

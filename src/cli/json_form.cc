@@ -60,10 +60,12 @@ std::string ErrorLine(const std::string& text) {
   return Line(Json::object({{"error", text}}));
 }
 
-std::string NamedLine(const std::string& name, const std::vector<std::string>& criteria) {
-  Json object = Json::object({{"name", name}});
-  if (!criteria.empty()) object["criteria"] = criteria;
-  return Line(object);
+std::string NameLine(const std::string& name) {
+  return Line(Json::object({{"name", name}}));
+}
+
+std::string CriteriaLine(const std::string& name, const std::vector<std::string>& criteria) {
+  return Line({{"name", name}, {"criteria", criteria}});
 }
 
 std::string GroupLine(const GroupView& group) {

@@ -44,9 +44,11 @@ struct DirectoryInfo {
 [[nodiscard]] std::string ConsistentLine(bool consistent);
 [[nodiscard]] std::string ErrorLine(const std::string& text);
 
-// {"name": "Nord"}, with {"criteria": ["Ville=LILLE"]} when there are some.
-[[nodiscard]] std::string NamedLine(const std::string& name,
-                                    const std::vector<std::string>& criteria);
+// {"name": "Nord"}, and the same with "criteria": ["Ville=LILLE"].
+[[nodiscard]] std::string NameLine(const std::string& name);
+[[nodiscard]] std::string CriteriaLine(const std::string& name,
+                                       const std::vector<std::string>& criteria);
+
 struct GroupView {
   std::string name;
   int slot = 0;

@@ -80,15 +80,15 @@ int RunFind(CliSession& session, const Arguments& arguments) {
   return found ? kDone : session.Fail(std::string(LoadText(kNothingFound)));
 }
 
-// Of a group: its members.
+// Marks all there is to mark: of a group, its members. Unmarks whatever is marked.
 void MarkAll(Directory& directory, const GroupScope& scope, bool marked) {
-  if (!scope.is_group()) {
+  if (!scope.is_group() || !marked) {
     SetAllMarks(directory, marked);
     return;
   }
   const AddressFile& address = directory.address();
   for (uint32_t row = 0; row < address.entry_count(); ++row) {
-    if (address.Entry(row).bit(directory.group_bit())) ChangeMark(directory, row, marked);
+    if (scope.Holds(address.Entry(row))) ChangeMark(directory, row, true);
   }
   directory.Commit();
 }
@@ -109,12 +109,7 @@ int ChangeMarks(CliSession& session, const Arguments& arguments, bool marked) {
   for (const uint32_t offset : *offsets) {
     SetMark(*directory, directory->address().FindRow(offset), marked);
   }
-  const int32_t count = directory->marked_count();
-  if (session.options().json) {
-    session.out() << CountLine("marked", count) << '\n';
-  } else {
-    session.out() << count << (count > 1 ? " fiches marquées\n" : " fiche marquée\n");
-  }
+  PrintMarkedCount(session, directory->marked_count());
   return kDone;
 }
 
@@ -157,7 +152,7 @@ Command MarkCommand(const std::string& name, const std::string& summary,
           .details = "Affiche le nombre de fiches marquées.",
           .usage = "[LIGNE…]",
           .most = kManyArguments,
-          .options = {{"--all", "", "toutes les fiches"},
+          .options = {{"--all", "", "toutes les fiches ; avec --group, celles du groupe"},
                       {"--group", "NOM", "dans la sélection de ce groupe"}},
           .run = run};
 }

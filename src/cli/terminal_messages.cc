@@ -17,14 +17,18 @@ constexpr int kAttentionTitle = 80;
 
 std::string OneLine(const std::string& text) {
   std::string line;
+  bool at_start = false;
   for (const char byte : text) {
-    if (byte == '\r') continue;
-    if (byte != '\n') {
-      line += byte;
-    } else if (line.ends_with('.')) {
+    if (byte == '\r' || (at_start && byte == ' ')) continue;
+    at_start = byte == '\n';
+    if (at_start && line.ends_with('.')) {
       line += ' ';
-    } else if (!line.ends_with(' ')) {
-      line += " : ";
+    } else if (at_start) {
+      line += line.ends_with(' ') ? "" : " : ";
+    } else {
+      // Names out of foreign files may hold control bytes.
+      const auto code = static_cast<unsigned char>(byte);
+      line += code < 0x20 || code == 0x7F ? ' ' : byte;
     }
   }
   CutTrailingBlanks(line);

@@ -260,22 +260,16 @@ TEST_F(CardCommands, DeleteStopsWhenTheUserWantsIt) {
 }
 
 TEST_F(CardCommands, GroupsOfACardAreNamed) {
-  Done({"add", "Nom=a"});
-  std::string group_file(176 + 3 * 80, '\0');
-  group_file[92] = static_cast<char>(176);
-  group_file[96] = 3;
-  group_file[98] = 80;
-  group_file.replace(256, 7, "\x90lus\x00\x00\x00", 7);
-  group_file[256 + 72] = 2;
-  group_file.replace(336, 6, "Autres");
-  group_file[336 + 72] = 4;
-  SetFile("/d/CLIENTS.GRP", group_file);
-  std::string address = TextOf("/d/CLIENTS.ADR");
-  address[320 + 4] |= 4;  // bit 2
-  SetFile("/d/CLIENTS.ADR", address);
-  EXPECT_NE(Done({"--json", "show", "1"}).find(R"("groups":["Élus"])"), std::string::npos);
-  EXPECT_NE(Done({"show", "1"}).find("  Groupes  Élus\n"), std::string::npos);
-  EXPECT_NE(Done({"--json", "info"}).find(R"("groups":2)"), std::string::npos);
+  Done({"add", "Nom=a", "--mark"});
+  Done({"group", "create", "Élus"});
+  Done({"group", "create", "Amis"});
+  Done({"add", "Nom=b", "--mark"});
+  Done({"group", "create", "Autres"});
+  EXPECT_NE(Done({"--json", "show", "1"}).find(R"("groups":["Élus","Amis","Autres"])"),
+            std::string::npos);
+  EXPECT_NE(Done({"show", "1"}).find("  Groupes  Élus, Amis, Autres\n"), std::string::npos);
+  EXPECT_NE(Done({"show", "2"}).find("  Groupes  Autres\n"), std::string::npos);
+  EXPECT_NE(Done({"--json", "info"}).find(R"("groups":3)"), std::string::npos);
 }
 
 }  // namespace

@@ -42,6 +42,16 @@ std::string CliTest::Done(const Words& words) {
   return outcome.out;
 }
 
+void CliTest::ExpectRefused(const Words& words, int status, const std::string& reason) {
+  const auto before = Family();
+  const CliOutcome outcome = On(words);
+  EXPECT_EQ(outcome.status, status) << outcome.err;
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_NE(outcome.err.find("Erreur : " + reason + "\n"), std::string::npos)
+      << "instead of " << reason << " it says " << outcome.err;
+  EXPECT_EQ(Family(), before) << reason;
+}
+
 std::map<std::string, std::vector<std::byte>> CliTest::Family() {
   std::map<std::string, std::vector<std::byte>> family;
   for (const std::string& name : files_.List("/d")) family[name] = files_.Contents("/d/" + name);

@@ -32,6 +32,9 @@ class CliTest : public testing::Test {
   // Expects success and answers the output.
   std::string Done(const Words& words);
 
+  // Expects a failure with this status and reason, and every file of /d as it was.
+  void ExpectRefused(const Words& words, int status, const std::string& reason);
+
   // Every file of /d.
   std::map<std::string, std::vector<std::byte>> Family();
   void SetFile(const std::string& path, std::string_view text) {

@@ -19,6 +19,11 @@ TEST_F(ToolLine, WrongUsageIsToldInFrench) {
       {{"--foo", "list"}, "option inconnue : --foo"},
       {{"list", "--foo"}, "option inconnue : --foo"},
       {{"list", "foo"}, "argument en trop : foo"},
+      {{"group"}, "il manque un argument : group ACTION [ARGUMENTS]"},
+      {{"group", "foo"}, "action inconnue : foo"},
+      {{"group", "list", "foo"}, "argument en trop : foo"},
+      {{"group", "create"}, "il manque un argument : group create NOM"},
+      {{"group", "list", "--whole"}, "l'option --whole n'a pas de sens avec « group list »"},
       {{"describe", "a", "b"}, "argument en trop : b"},
       {{"show"}, "il manque un argument : show LIGNE…"},
       {{"edit", "1"}, "il manque un argument : edit LIGNE CHAMP=VALEUR…"},
@@ -38,10 +43,18 @@ TEST_F(ToolLine, WrongUsageIsToldInFrench) {
 }
 
 TEST_F(ToolLine, CommandsOfLaterWorkAreNotThere) {
-  for (const char* name : {"select", "criteria", "group", "parameters", "layout", "print",
-                           "exchange", "capture", "extract"}) {
+  for (const char* name : {"parameters", "layout", "print", "exchange", "capture", "extract"}) {
     EXPECT_EQ(FirstLine(Run({name}).err), "Erreur : commande inconnue : " + std::string(name));
   }
+}
+
+TEST_F(ToolLine, TheHelpOfACommandWithActionsTellsTheirWordsAndOptions) {
+  const std::string help = Run({"group", "--help"}).out;
+  EXPECT_TRUE(help.starts_with("Usage : carnetel-cli [OPTIONS] group ACTION [ARGUMENTS]\n"))
+      << help;
+  EXPECT_NE(help.find("\nActions :\n"), std::string::npos);
+  EXPECT_NE(help.find("\n  rename NOM NOUVEAU [--whole] [--members]\n"), std::string::npos) << help;
+  EXPECT_NE(help.find("\n  merge NOM [--from NOM] "), std::string::npos) << help;
 }
 
 TEST_F(ToolLine, ErrorsOfTheLineHaveAJsonFormToo) {
@@ -106,8 +119,11 @@ TEST_F(ToolLine, TheHelpNamesEveryCommandAndItsOptions) {
     for (const OptionSyntax& option : command.options) {
       EXPECT_NE(own.find("\n  " + option.LongName()), std::string::npos) << option.names;
     }
+    for (const ActionSyntax& action : command.actions) {
+      EXPECT_NE(own.find("\n  " + action.name + ' '), std::string::npos) << action.name;
+    }
   }
-  EXPECT_EQ(AllCommands().size(), 18U);
+  EXPECT_EQ(AllCommands().size(), 21U);
 }
 
 }  // namespace

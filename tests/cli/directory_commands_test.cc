@@ -18,6 +18,7 @@ TEST_F(DirectoryCommands, CreateMakesTheFamilyWithItsDescription) {
   EXPECT_EQ(TextOf("/d/CLIENTS.I02").size(), 18216U);
   EXPECT_EQ(TextOf("/d/CLIENTS.ADR").size(), 320U);
   EXPECT_EQ(TextOf("/d/CLIENTS.CRT").size(), 295U);
+  EXPECT_EQ(TextOf("/d/CLIENTS.GRP").size(), 256U);
 }
 
 TEST_F(DirectoryCommands, CreateIsRefusedWhenTheDirectoryIsThereWhateverItsCase) {
@@ -72,6 +73,9 @@ TEST_F(DirectoryCommands, NoOtherCommandCreatesADirectory) {
                                        {"add", "Nom=a"},
                                        {"edit", "1", "Nom=a"},
                                        {"delete", "1"},
+                                       {"select", "*"},
+                                       {"criteria", "list"},
+                                       {"group", "list"},
                                        {"import", "/t/fiches.csv"},
                                        {"export", "/t/sortie.csv"}};
   for (const Words& words : commands) {
@@ -92,7 +96,7 @@ TEST_F(DirectoryCommands, InfoTellsTheStateOfTheDirectory) {
   EXPECT_EQ(Done({"--json", "info"}),
             R"({"path":"/d/CLIENTS.DAN","version":"05.00","description":"Été","owner":0,"cards":2,)"
             R"("key":"societe","marked":1,"groups":0,)"
-            R"("files":{"DAN":2304,"I01":18216,"I02":18216,"ADR":352,"CRT":295}})"
+            R"("files":{"DAN":2304,"I01":18216,"I02":18216,"ADR":352,"CRT":295,"GRP":256}})"
             "\n");
   EXPECT_EQ(Done({"info"}),
             "Chemin      : /d/CLIENTS.DAN\n"
@@ -103,7 +107,7 @@ TEST_F(DirectoryCommands, InfoTellsTheStateOfTheDirectory) {
             "Index       : société\n"
             "Marquées    : 1\n"
             "Groupes     : 0\n"
-            "Fichiers    : DAN 2304, I01 18216, I02 18216, ADR 352, CRT 295 octets\n");
+            "Fichiers    : DAN 2304, I01 18216, I02 18216, ADR 352, CRT 295, GRP 256 octets\n");
 }
 
 TEST_F(DirectoryCommands, CheckTellsFindingsAndChangesNothing) {
@@ -130,6 +134,16 @@ TEST_F(DirectoryCommands, OpeningHealsWhatCheckFound) {
   EXPECT_EQ(On({"check"}).status, 1);
   EXPECT_EQ(Done({"find", "Ste1=Dup"}), "1   Dupont\n");
   ExpectConsistent();
+}
+
+TEST_F(DirectoryCommands, OpeningMakesAMissingGroupFileAndCheckDoesNot) {
+  Done({"create"});
+  const std::string fresh = TextOf("/d/CLIENTS.GRP");
+  files_.Remove("/d/CLIENTS.GRP");
+  Done({"check"});
+  EXPECT_FALSE(files_.Exists("/d/CLIENTS.GRP"));
+  Done({"list"});
+  EXPECT_EQ(TextOf("/d/CLIENTS.GRP"), fresh);
 }
 
 TEST_F(DirectoryCommands, DescribeWritesDescriptionAndOwner) {
