@@ -1,6 +1,7 @@
 // Jobs about what is shown and marked, on 32767 cards.
 #include "bench/bench_world.h"
 #include "selection/marks.h"
+#include "selection/selection_scan.h"
 #include "storage/address_reorder.h"
 
 namespace carnetel::bench {
@@ -56,6 +57,60 @@ void SwitchPlain(benchmark::State& state) {
   state.counters["peak_mb"] = peak.Megabytes();
 }
 
+// ---- a selection by six criteria over the whole file, marks written ----
+
+CriteriaRows SixRows() {
+  CriteriaRows rows;
+  // None of them is about the company in the first row, so that no letter narrows the scan.
+  rows.SetRow(0, {kVille + 1, '6', OemText("E")});
+  rows.SetRow(1, {kSte1 + 1, '3', OemText("A")});
+  rows.SetRow(2, {kNom + 1, '1', OemText("ZZZ")});
+  rows.SetRow(3, {kPostalCode + 1, '4', OemText("9")});
+  rows.SetRow(4, {kPays + 1, '1', OemText("X")});
+  rows.SetRow(5, {kNotes + 1, '1', OemText("X")});
+  return rows;
+}
+
+void SelectCarnetel(benchmark::State& state) {
+  World world;
+  world.Fill(Cards());
+  auto directory = world.Open();
+  const CriteriaRows rows = SixRows();
+  const PeakMemory peak;
+  for (auto _ : state) {
+    ScanAddressFile(*directory, rows, false);
+    if (directory->marked_count() < 1000) state.SkipWithError("marks are missing");
+  }
+  state.counters["peak_mb"] = peak.Megabytes();
+}
+
+void SelectSqlite(benchmark::State& state) {
+  World world;
+  world.FillSqlite(Cards());
+  SqliteStore store(world.Path("bench.sqlite"));
+  store.Execute("CREATE TABLE marks (id INTEGER PRIMARY KEY, marked INTEGER)");
+  store.Execute("INSERT INTO marks SELECT id, 0 FROM cards");
+  const PeakMemory peak;
+  for (auto _ : state) {
+    store.Execute(
+        "UPDATE marks SET marked = (SELECT f6 LIKE '%E%' AND f0 >= 'A' COLLATE NOCASE AND f10 NOT "
+        "LIKE 'ZZZ%' AND f25 < '9' AND f7 NOT LIKE 'X%' AND f26 NOT LIKE 'X%' FROM cards WHERE "
+        "cards.id = marks.id)");
+  }
+  state.counters["peak_mb"] = peak.Megabytes();
+}
+
+void SelectPlain(benchmark::State& state) {
+  World world;
+  world.Fill(Cards());
+  const PeakMemory peak;
+  for (auto _ : state) benchmark::DoNotOptimize(world.ReadPlainly({"BENCH.DAN"}));
+  state.counters["peak_mb"] = peak.Megabytes();
+}
+
+CARNETEL_BENCH("select/carnetel", SelectCarnetel, 10);
+CARNETEL_BENCH("select/sqlite", SelectSqlite, 10);
+CARNETEL_BENCH("select/plain", SelectPlain, 10);
 CARNETEL_BENCH("switch/carnetel", SwitchCarnetel, 10);
 CARNETEL_BENCH("switch/sqlite", SwitchSqlite, 10);
 CARNETEL_BENCH("switch/plain", SwitchPlain, 10);
