@@ -72,11 +72,14 @@ bool DirectoryFile::WriteHeader() {
 bool DirectoryFile::Describe(const OemText& description, std::optional<uint16_t> owner) {
   MainHeader on_disk;
   if (file_->Read(0, on_disk.bytes()) < MainHeader::kSize) return false;
-  for (MainHeader* header : {&on_disk, &header_}) {
-    header->set_description(description);
-    if (owner) header->set_owner(*owner);
-  }
-  return file_->Write(0, on_disk.bytes());
+  const auto describe = [&](MainHeader& header) {
+    header.set_description(description);
+    if (owner) header.set_owner(*owner);
+  };
+  describe(on_disk);
+  if (!file_->Write(0, on_disk.bytes())) return false;
+  describe(header_);
+  return true;
 }
 
 bool DirectoryFile::ReadCard(uint32_t offset, CardRecord& card) {
@@ -92,6 +95,7 @@ size_t DirectoryFile::ReadCards(uint32_t offset, std::span<CardRecord> into) {
 }
 
 bool DirectoryFile::WriteCard(uint32_t offset, const CardRecord& card) {
+  changed_in_batch_ = true;
   const uint32_t appended_end = appended_offset_ + static_cast<uint32_t>(appended_.size());
   const bool extends = in_batch_ && (appended_.empty() || offset == appended_end);
   if (!extends || offset < end_offset()) {
@@ -117,6 +121,7 @@ void DirectoryFile::TakeStamp() {
 
 void DirectoryFile::SetCount(uint32_t count) {
   count_ = count;
+  changed_in_batch_ = true;
   header_.set_card_count(static_cast<uint16_t>(count));
   if (!in_batch_) WriteCountAndStamp();
 }
@@ -142,10 +147,16 @@ void DirectoryFile::Finish() {
   if (file_->Size() > end_offset()) file_->Truncate(end_offset());
 }
 
+void DirectoryFile::BeginBatch() {
+  in_batch_ = true;
+  changed_in_batch_ = false;
+}
+
 void DirectoryFile::EndBatch() {
   if (!in_batch_) return;
   FlushAppended();
   in_batch_ = false;
+  if (!changed_in_batch_) return;
   TakeStamp();
   SetCount(count_);
   Finish();
