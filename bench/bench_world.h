@@ -80,6 +80,13 @@ struct World {
   }
 };
 
+#define CARNETEL_BENCH(job, function, iterations) \
+  BENCHMARK(function)                             \
+      ->Name(job)                                 \
+      ->Iterations(iterations)                    \
+      ->Unit(benchmark::kMillisecond)             \
+      ->UseRealTime()
+
 inline const std::vector<CardRecord>& Cards() {
   static const std::vector<CardRecord> cards = GenerateCards(kMaxCards);
   return cards;

@@ -310,13 +310,6 @@ void DeletePlain(benchmark::State& state) {
   state.counters["peak_mb"] = peak.Megabytes();
 }
 
-#define CARNETEL_BENCH(job, function, iterations) \
-  BENCHMARK(function)                             \
-      ->Name(job)                                 \
-      ->Iterations(iterations)                    \
-      ->Unit(benchmark::kMillisecond)             \
-      ->UseRealTime()
-
 CARNETEL_BENCH("import/carnetel", ImportCarnetel, 3);
 CARNETEL_BENCH("import/sqlite", ImportSqlite, 3);
 CARNETEL_BENCH("import/plain", ImportPlain, 3);

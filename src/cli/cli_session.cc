@@ -4,6 +4,7 @@
 
 #include "base/path.h"
 #include "selection/marks.h"
+#include "storage/upgrade.h"
 
 namespace carnetel {
 namespace {
@@ -11,6 +12,8 @@ namespace {
 constexpr int kNoAccess = 43;
 constexpr int kNotValid = 49;
 constexpr int kFileThere = 33;
+constexpr int kProfileSection = 231;
+constexpr int kIdindex = 261;
 constexpr const char* kParameterFileName = "CARNETEL.TRS";
 
 MessageOptions MessageOptionsOf(const CliEnvironment& environment, const GlobalOptions& options) {
@@ -41,11 +44,21 @@ CliSession::~CliSession() {
 
 const Settings& CliSession::settings() {
   if (!settings_) {
-    const std::string path =
-        options_.profile ? *options_.profile : ProfilePath(environment_.variables);
-    settings_ = ReadSettings(UserProfile(files(), path));
+    settings_ = ReadSettings(UserProfile(files(), ProfileFile()));
   }
   return *settings_;
+}
+
+std::string CliSession::ProfileFile() const {
+  return options_.profile ? *options_.profile : ProfilePath(environment_.variables);
+}
+
+bool CliSession::StoreKeyField(int key_field) {
+  (void)settings();
+  UserProfile profile(files(), ProfileFile());
+  if (!profile.WriteInt(LoadText(kProfileSection), LoadText(kIdindex), key_field)) return false;
+  settings_->key_field = key_field;
+  return true;
 }
 
 std::string CliSession::HomePath() {
@@ -88,13 +101,11 @@ DirectoryOptions CliSession::OpenOptions(bool may_create) {
   return options;
 }
 
-Directory* CliSession::Refuse(OpenResult result) {
+Directory* CliSession::Refuse() {
   directory_.reset();
   const std::string path = Family()->Main();
   if (!files().Exists(path)) {
     Fail(FormatText(kNoAccess, path) + " : il n'existe pas (« create » crée un carnetel)");
-  } else if (result == OpenResult::kOlderVersion) {
-    Fail(path + " est d'une version plus ancienne");
   } else {
     Fail(path + " : " + std::string(LoadText(kNotValid)));
   }
@@ -105,12 +116,12 @@ Directory* CliSession::Open() {
   if (directory_ != nullptr) return directory_.get();
   const FamilyPaths* family = Family();
   if (family == nullptr) return nullptr;
-  if (!files().Exists(family->Main())) return Refuse(OpenResult::kNoStore);
+  if (!files().Exists(family->Main())) return Refuse();
   if (!TakeDirectory()) return nullptr;
   directory_ = std::make_unique<Directory>(
       DirectoryServices{files(), environment_.clock, progress_}, OpenOptions(false));
-  const OpenResult result = directory_->OpenDirectory();
-  if (result != OpenResult::kOpened) return Refuse(result);
+  const OpenResult result = OpenUpgrading(*directory_);
+  if (result != OpenResult::kOpened) return Refuse();
   // A run that ended badly may have left a stale counter; the marks themselves are right.
   directory_->set_marked_count(CountMarks(*directory_));
   return directory_.get();

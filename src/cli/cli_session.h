@@ -32,6 +32,8 @@ class CliSession {
   [[nodiscard]] bool interrupted() const { return environment_.interrupted(); }
 
   const Settings& settings();
+  // Keeps the active index in the profile and for this run; false when it cannot be written.
+  bool StoreKeyField(int key_field);
   [[nodiscard]] LabelStyles label_styles() { return settings().Labels(); }
   // The parameter file of transfers; its folder exists afterwards.
   [[nodiscard]] std::string ParameterFile();
@@ -69,9 +71,10 @@ class CliSession {
  private:
   static constexpr int kAttentionTitle = 80;
 
+  [[nodiscard]] std::string ProfileFile() const;
   [[nodiscard]] std::string HomePath();
   [[nodiscard]] DirectoryOptions OpenOptions(bool may_create);
-  Directory* Refuse(OpenResult result);
+  Directory* Refuse();
 
   const CliEnvironment& environment_;
   GlobalOptions options_;

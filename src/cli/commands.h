@@ -8,6 +8,7 @@
 namespace carnetel {
 
 [[nodiscard]] std::vector<Command> DirectoryCommands();  // create info check describe destroy
+[[nodiscard]] std::vector<Command> UpkeepCommands();     // index recover
 [[nodiscard]] std::vector<Command> CardCommands();       // show add edit delete
 [[nodiscard]] std::vector<Command> ListCommands();       // list find mark unmark
 [[nodiscard]] std::vector<Command> TransferCommands();   // import export

@@ -131,11 +131,10 @@ int RunDescribe(CliSession& session, const Arguments& arguments) {
   if (!description) return kRefused;
   Directory* directory = session.Open();
   if (directory == nullptr) return kRefused;
-  MainHeader& header = directory->main().header();
-  header.set_description(*description);
-  if (arguments.Has("--public")) header.set_owner(0);
-  directory->main().WriteHeader();
-  return kDone;
+  std::optional<uint16_t> owner;
+  if (arguments.Has("--public")) owner = uint16_t{0};
+  if (directory->main().Describe(*description, owner)) return kDone;
+  return session.Fail(FormatText(kNoAccess, directory->paths().Main()));
 }
 
 // Any other file of a family does not name it here: too much goes by a slip of the hand.

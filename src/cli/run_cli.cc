@@ -19,6 +19,7 @@ void Append(std::vector<Command>* commands, std::vector<Command> more) {
 std::vector<Command> CollectCommands() {
   std::vector<Command> commands;
   Append(&commands, DirectoryCommands());
+  Append(&commands, UpkeepCommands());
   Append(&commands, ListCommands());
   Append(&commands, CardCommands());
   Append(&commands, TransferCommands());

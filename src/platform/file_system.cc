@@ -44,6 +44,8 @@ size_t CharacterEnd(std::string_view text, size_t index) {
   return index;
 }
 
+}  // namespace
+
 // Goes back to the last '*' alone, so the time is at most the product of the two lengths.
 bool MatchesPattern(std::string_view name, std::string_view pattern) {
   size_t n = 0;
@@ -69,8 +71,6 @@ bool MatchesPattern(std::string_view name, std::string_view pattern) {
   }
   return pattern.find_first_not_of('*', p) == std::string_view::npos;
 }
-
-}  // namespace
 
 std::string FindAnyCase(FileSystem& files, const std::string& path) {
   const auto [folder, name] = Part(path);

@@ -84,8 +84,11 @@ std::string FindAnyCase(FileSystem& files, const std::string& path);
 // separator is dropped from paths longer than 3 characters.
 bool FileExists(FileSystem& files, const std::string& path);
 
-// Deletes every file whose name matches the last part of `pattern` ('*' any run, '?' any one
-// character, case ignored) in its folder; returns how many went.
+// '*' stands for any run of characters, '?' for any one; the case of ASCII letters is ignored.
+bool MatchesPattern(std::string_view name, std::string_view pattern);
+
+// Deletes every file whose name matches the last part of `pattern` in its folder; returns how many
+// went.
 int DeleteMatching(FileSystem& files, const std::string& pattern);
 
 // Reads at most `limit` bytes from the start of a file; empty when it cannot be opened.

@@ -47,6 +47,8 @@ enum CommandId : int {
   kCommandAbout = 229,
   kCommandPreferences = 230,
   kCommandHelpKey = 500,
+  // Posted at the start when the directory did not open and a fallback came in its place.
+  kEventAskInvalidDirectory = 501,
   kTabAll = 655,
   kTabA = 656,
   kTabZ = 681,

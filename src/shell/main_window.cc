@@ -1,22 +1,11 @@
 #include "shell/main_window.h"
 
 #include "base/format_text.h"
-#include "base/path.h"
 #include "selection/card_removal.h"
 #include "storage/card_dispatch.h"
 
 namespace carnetel {
 namespace {
-
-constexpr size_t kMostRecents = 4;
-constexpr size_t kLongestDroppedPath = 259;
-// "&1 " in front of the path in a recent directory's menu text.
-constexpr size_t kMenuPrefixSize = 3;
-constexpr std::array<int, 4> kRecentKeys = {237, 238, 239, 240};
-
-std::string RecentText(size_t index, const std::string& path) {
-  return FormatPrintf("&%c %s", {static_cast<int>('1' + index), path});
-}
 
 // The range of a tab: letters up to Y have an end, Z and "A à Z" have none.
 LetterRange RangeOfTab(int tab) {
@@ -27,11 +16,19 @@ LetterRange RangeOfTab(int tab) {
 
 }  // namespace
 
-MainWindowLogic::MainWindowLogic(Session& session, MainWindowView& view, int list_capacity)
+MainWindowLogic::MainWindowLogic(Session& session, MainWindowView& view, DialogHost& dialogs,
+                                 int list_capacity)
     : session_(session),
       view_(view),
+      dialogs_(dialogs),
       list_(*this, list_capacity),
-      form_(view, list_, session.services().messages, session.settings()) {}
+      form_(view, list_, session.services().messages, session.settings()) {
+  session_.OnClosing([this] { LetGoOfDirectory(); });
+}
+
+MainWindowLogic::~MainWindowLogic() {
+  session_.OnClosing({});
+}
 
 void MainWindowLogic::Start() {
   view_.SetEditLook(false);
@@ -39,6 +36,8 @@ void MainWindowLogic::Start() {
   // Without a directory the menu has none of them, and the profile keeps what it has.
   if (session_.directory() != nullptr) ReadRecents();
   ReloadAfterOpen();
+  const bool fell_back = !session_.unrecognised_file().empty();
+  if (fell_back && session_.directory() != nullptr) view_.PostCommand(kEventAskInvalidDirectory);
   view_.FocusList();
 }
 
@@ -59,39 +58,8 @@ void MainWindowLogic::ReloadAfterOpen() {
   view_.ShowTab(kTabAll);
 }
 
-void MainWindowLogic::ReadRecents() {
-  recents_.clear();
-  for (size_t i = 1; i < kMostRecents; ++i) {
-    const std::string text = session_.ProfileText(kRecentKeys[i], "");
-    if (text.size() > kMenuPrefixSize) recents_.push_back(text.substr(kMenuPrefixSize));
-  }
-}
-
-void MainWindowLogic::RebuildRecents() {
-  const std::string current = session_.CurrentMainFile();
-  std::erase_if(recents_, [this, &current](const std::string& path) {
-    return session_.SamePath(path, current);
-  });
-  recents_.insert(recents_.begin(), current);
-  if (recents_.size() > kMostRecents) recents_.resize(kMostRecents);
-  std::vector<std::string> texts;
-  for (size_t i = 0; i < recents_.size(); ++i) texts.push_back(RecentText(i, recents_[i]));
-  view_.SetRecents(texts);
-}
-
-// The first one is written at the end of the run, for every role. One that is gone from the menu
-// leaves its old value behind, on purpose.
-void MainWindowLogic::WriteRecents() {
-  for (size_t i = 1; i < recents_.size(); ++i) {
-    session_.ProfileWrite(kRecentKeys[i], RecentText(i, recents_[i]));
-  }
-}
-
 void MainWindowLogic::Dispatch(int command) {
-  if (command >= kCommandRecent1 && command <= kCommandRecent4) {
-    OpenRecent(command);
-    return;
-  }
+  if (DispatchDirectoryCommand(command)) return;
   if (command >= kTabAll && command <= kTabZ) {
     ApplyLetterTab(command);
     return;
@@ -168,51 +136,8 @@ void MainWindowLogic::QuitUnasked() {
   if (ended_) return;
   ended_ = true;
   WriteRecents();
-  LetGoOfDirectory();
   session_.CloseDirectory();
   view_.EndWindow();
-}
-
-// Before the session closes it: what it shows meanwhile (messages, progress) may repaint the list.
-void MainWindowLogic::LetGoOfDirectory() {
-  list_.StorePosition();
-  list_.SetDirectory(nullptr);
-  form_.SetDirectory(nullptr);
-}
-
-void MainWindowLogic::OpenRecent(int command) {
-  const auto index = static_cast<size_t>(command - kCommandRecent1);
-  if (index >= recents_.size() || !form_.LeaveForm()) return;
-  const std::string path = recents_[index];
-  const std::string former = session_.CurrentMainFile();
-  if (!session_.SamePath(path, former) && !BelongsToAnotherSeat(path)) OpenInPlace(path);
-}
-
-void MainWindowLogic::OpenInPlace(const std::string& path) {
-  const std::string former = session_.CurrentMainFile();
-  LetGoOfDirectory();
-  if (!session_.OpenDirectoryChecked(path, false)) session_.OpenDirectoryChecked(former, false);
-  ReloadAfterOpen();
-}
-
-void MainWindowLogic::OpenDropped(const std::string& path) {
-  if (!form_.LeaveForm()) return;
-  const PathPieces pieces = PathSplit(path);
-  if (path.size() > kLongestDroppedPath || CompareKey(pieces.extension, ".DAN", 5) != 0) {
-    session_.services().messages.ShowMessage(MessageStyle::kError, 79, 49);
-    return;
-  }
-  OpenInPlace(path);
-}
-
-// Such a directory is passed over without a word.
-bool MainWindowLogic::BelongsToAnotherSeat(const std::string& path) const {
-  FileSystem& files = session_.services().files;
-  MainHeader header;
-  std::ranges::copy(ReadStart(files, FindAnyCase(files, path), MainHeader::kSize),
-                    header.bytes().begin());
-  const int32_t seat = session_.workstation_number();
-  return header.owner() != 0 && seat != 0 && header.owner() != seat;
 }
 
 void MainWindowLogic::DeleteCard() {

@@ -11,6 +11,7 @@
 #include "shell/card_form.h"
 #include "shell/card_list.h"
 #include "shell/command_table.h"
+#include "shell/directory_chooser.h"
 #include "shell/session.h"
 
 namespace carnetel {
@@ -27,6 +28,10 @@ class MainWindowView : public CardFormView {
   virtual void SetRecents(const std::vector<std::string>& texts) = 0;
   virtual void SetGroups(const std::vector<std::string>& names, int current) = 0;
   virtual void SetSets(const std::vector<std::string>& names, int current) = 0;
+  // Number of the control that has the focus.
+  [[nodiscard]] virtual int FocusedControl() const = 0;
+  // Index, balloons and styles may be other ones.
+  virtual void SettingsChanged() = 0;
   // Shows a tab as the selected one without running it.
   virtual void ShowTab(int tab) = 0;
   virtual void ListRefilled() = 0;
@@ -40,7 +45,10 @@ class MainWindowView : public CardFormView {
 
 class MainWindowLogic : private CardList::Observer {
  public:
-  MainWindowLogic(Session& session, MainWindowView& view, int list_capacity);
+  MainWindowLogic(Session& session, MainWindowView& view, DialogHost& dialogs, int list_capacity);
+  ~MainWindowLogic() override;
+  MainWindowLogic(const MainWindowLogic&) = delete;
+  MainWindowLogic& operator=(const MainWindowLogic&) = delete;
 
   // Fills everything as the window opens.
   void Start();
@@ -86,6 +94,8 @@ class MainWindowLogic : private CardList::Observer {
   void RowRepainted(int row) override;
   void MarksChanged() override;
 
+  // Commands about directories and the program; false when it is none of those.
+  bool DispatchDirectoryCommand(int command);
   // Everything that follows a change of directory.
   void ReloadAfterOpen();
   void ReadRecents();
@@ -95,6 +105,11 @@ class MainWindowLogic : private CardList::Observer {
   // When that fails, the former directory comes back.
   void OpenInPlace(const std::string& path);
   [[nodiscard]] bool BelongsToAnotherSeat(const std::string& path) const;
+  void ChooseAndReload(ChooserTemplate form);
+  void DestroyDirectories();
+  void Describe();
+  void ChangePreferences();
+  void AskInvalidDirectory();
   void LetGoOfDirectory();
   void DeleteCard();
   void DeleteMarked();
@@ -103,6 +118,7 @@ class MainWindowLogic : private CardList::Observer {
 
   Session& session_;
   MainWindowView& view_;
+  DialogHost& dialogs_;
   CardList list_;
   CardForm form_;
   std::vector<std::string> recents_;

@@ -72,13 +72,11 @@ bool DirectoryFile::WriteHeader() {
 bool DirectoryFile::Describe(const OemText& description, std::optional<uint16_t> owner) {
   MainHeader on_disk;
   if (file_->Read(0, on_disk.bytes()) < MainHeader::kSize) return false;
-  const auto describe = [&](MainHeader& header) {
-    header.set_description(description);
-    if (owner) header.set_owner(*owner);
-  };
-  describe(on_disk);
+  on_disk.set_description(description);
+  if (owner) on_disk.set_owner(*owner);
   if (!file_->Write(0, on_disk.bytes())) return false;
-  describe(header_);
+  header_.set_description(description);
+  if (owner) header_.set_owner(*owner);
   return true;
 }
 

@@ -192,16 +192,27 @@ TEST_F(DirectoryCommands, ADirectoryThatAnotherProgramHasOpenIsLeftAlone) {
   EXPECT_EQ(Family(), before);
 }
 
-TEST_F(DirectoryCommands, FilesThatAreNoDirectoryOrAnOlderOneAreRefused) {
+TEST_F(DirectoryCommands, AFileThatIsNoDirectoryIsRefused) {
   SetFile("/d/CLIENTS.DAN", std::string(768, 'x'));
-  CliOutcome outcome = On({"list"});
+  const CliOutcome outcome = On({"list"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.err,
             "Erreur : /d/CLIENTS.DAN : Carnetel non valide - Choisissez un autre...\n");
-  SetFile("/d/CLIENTS.DAN", "CARNETEL DROV SOFTW. VER 04.10" + std::string(738, '\0'));
-  outcome = On({"list"});
-  EXPECT_EQ(outcome.status, 1);
-  EXPECT_EQ(outcome.err, "Erreur : /d/CLIENTS.DAN est d'une version plus ancienne\n");
+}
+
+TEST_F(DirectoryCommands, AnOlderDirectoryIsUpgradedAsItOpens) {
+  std::string card(768, '\0');
+  card.replace(0, 6, "DUPONT");
+  card.replace(229, 8, "Monsieur");
+  SetFile("/d/CLIENTS.DAN", "CARNETEL DROV SOFTW. VER 04.10" + std::string(738, '\0') + card);
+  EXPECT_EQ(Done({"show", "1"}).find("Monsieur") != std::string::npos, true);
+  const std::string main = TextOf("/d/CLIENTS.DAN");
+  ASSERT_EQ(main.size(), 1536U);
+  EXPECT_EQ(main.substr(0, 31), std::string("CARNETEL DROV SOFTW. VER 05.00\0", 31));
+  EXPECT_EQ(main.substr(96, 2), std::string("\1\0", 2));
+  EXPECT_EQ(main.substr(768 + 277, 9), std::string("Monsieur\0", 9));
+  EXPECT_FALSE(files_.Exists("/d/CARNDAN.TMP"));
+  ExpectConsistent();
 }
 
 TEST_F(DirectoryCommands, WithoutAPathTheProfileNamesTheDirectory) {

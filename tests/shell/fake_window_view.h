@@ -85,6 +85,7 @@ class FakeWindowView : public MainWindowView {
   bool ended = false;
   int beeps = 0;
   int consultations = 0;
+  int settings_changes = 0;
   int refills = 0;
   std::deque<int> posted;
   std::array<std::string, kReferenceCount> references;
@@ -114,6 +115,8 @@ class FakeWindowView : public MainWindowView {
   void SetRecents(const std::vector<std::string>& texts) override { recents = texts; }
   void SetGroups(const std::vector<std::string>& names, int) override { groups = names; }
   void SetSets(const std::vector<std::string>& names, int) override { sets = names; }
+  [[nodiscard]] int FocusedControl() const override { return focus; }
+  void SettingsChanged() override { ++settings_changes; }
   void ShowTab(int shown) override { tab = shown; }
   void ListRefilled() override { ++refills; }
   void ShowCurrentRow() override {}

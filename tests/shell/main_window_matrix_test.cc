@@ -47,7 +47,7 @@ class Matrix : public WindowFixture {
 
 TEST_F(Matrix, NoDirectory) {
   StartSession();
-  MainWindowLogic logic(*session, view, kCapacity);
+  MainWindowLogic logic(*session, view, dialogs, kCapacity);
   view.Attach(logic);
   logic.Start();
   EXPECT_EQ(view.enabled(), std::set<int>());

@@ -73,7 +73,7 @@ void WindowFixture::StartSession(const StartupRequest& request) {
 bool WindowFixture::Start(const StartupRequest& request, int capacity) {
   StartSession(request);
   const bool opened = session->OpenAtStart(&fell_back);
-  window_ = std::make_unique<MainWindowLogic>(*session, view, capacity);
+  window_ = std::make_unique<MainWindowLogic>(*session, view, dialogs, capacity);
   view.Attach(*window_);
   window_->Start();
   view.DeliverPosted();

@@ -9,6 +9,7 @@
 
 #include "platform/fault_file_system.h"
 #include "platform/memory_file_system.h"
+#include "tests/shell/fake_dialogs.h"
 #include "tests/shell/fake_window_view.h"
 
 namespace carnetel {
@@ -81,6 +82,7 @@ class WindowFixture : public ::testing::Test {
   StoppingProgress progress;
   QueuedMessages messages;
   FakeWindowView view;
+  FakeDialogs dialogs;
   std::unique_ptr<Session> session;
   bool fell_back = false;
 

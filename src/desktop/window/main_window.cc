@@ -20,7 +20,10 @@
 namespace carnetel::desktop {
 
 MainWindow::MainWindow(Session& session, BusyState& busy, int list_capacity)
-    : session_(session), busy_(busy), logic_(session, *this, list_capacity) {
+    : session_(session),
+      busy_(busy),
+      dialogs_(this, busy),
+      logic_(session, *this, dialogs_, list_capacity) {
   setObjectName(QStringLiteral("100"));
   BuildMenus();
   auto* central = new QWidget;
@@ -43,10 +46,11 @@ MainWindow::MainWindow(Session& session, BusyState& busy, int list_capacity)
   setWindowFlag(Qt::WindowMaximizeButtonHint, false);
   setAcceptDrops(true);
   tip_ = new BubbleTip(this);
-  tip_->SetAllowed(session.settings().balloons);
   SetTabOrders();
   ConnectList();
   ConnectForm();
+  connect(&menu_help_, &MenuHelp::helpWanted, this,
+          [this](int command) { dialogs_.ShowHelp(HelpTopicOfCommand(command)); });
   connect(qApp, &QApplication::focusChanged, this,
           [this](QWidget*, QWidget* to) { FocusMoved(to); });
   qApp->installEventFilter(this);
@@ -106,7 +110,7 @@ void MainWindow::ConnectForm() {
 }
 
 void MainWindow::Start() {
-  panel_->SetKeyField(session_.settings().key_field);
+  SettingsChanged();
   logic_.Start();
   layout()->activate();
   const QRect place = screen()->availableGeometry();
@@ -175,6 +179,7 @@ void MainWindow::dropEvent(QDropEvent* event) {
 void MainWindow::EndWindow() {
   ended_ = true;
   if (consultation_ != nullptr) consultation_->close();
+  dialogs_.CloseHelp();
   hide();
   Q_EMIT ended();
 }
@@ -206,13 +211,17 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
   return QMainWindow::eventFilter(watched, event);
 }
 
-// Insert, Delete and Escape mean what they mean where the focus is, and nothing elsewhere.
+// Insert, Delete, Escape and F1 mean what they mean where the focus is, and nothing elsewhere.
 bool MainWindow::HandleKey(QKeyEvent* event) {
   const int control = FocusedControl();
   const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
   const bool on_toolbar = control >= kButtonPrint && control <= kButtonQuit;
   if (event->key() == Qt::Key_Escape && plain) {
     Run(kCommandEscape);
+    return true;
+  }
+  if (event->key() == Qt::Key_F1) {
+    Run(kCommandHelpKey);
     return true;
   }
   if (event->key() == Qt::Key_Insert && plain && (on_toolbar || control == kControlList)) {

@@ -14,9 +14,11 @@
 #include "desktop/controls/busy_state.h"
 #include "desktop/controls/card_list_view.h"
 #include "desktop/controls/letter_tabs.h"
+#include "desktop/controls/menu_help.h"
 #include "desktop/controls/panel_colours.h"
 #include "desktop/controls/picker_combo.h"
 #include "desktop/controls/row_source.h"
+#include "desktop/dialogs/window_dialogs.h"
 #include "desktop/form/card_panel.h"
 #include "desktop/window/consultation.h"
 #include "shell/main_window.h"
@@ -41,6 +43,7 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   void SetBeeper(Beeper beeper) { beep_ = std::move(beeper); }
 
   MainWindowLogic& logic() { return logic_; }
+  WindowDialogs& dialogs() { return dialogs_; }
   // The menu item of a command, null when there is none.
   [[nodiscard]] QAction* MenuAction(int command) const { return actions_.value(command); }
 
@@ -75,7 +78,6 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   void ConnectForm();
   void FocusMoved(QWidget* to);
   bool HandleKey(QKeyEvent* event);
-  [[nodiscard]] int FocusedControl() const;
 
   // MainWindowView
   void SetFieldText(int control, const std::string& utf8) override;
@@ -99,6 +101,8 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   void SetRecents(const std::vector<std::string>& texts) override;
   void SetGroups(const std::vector<std::string>& names, int current) override;
   void SetSets(const std::vector<std::string>& names, int current) override;
+  [[nodiscard]] int FocusedControl() const override;
+  void SettingsChanged() override;
   void ShowTab(int tab) override;
   void ListRefilled() override;
   void ShowCurrentRow() override;
@@ -116,7 +120,9 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
 
   Session& session_;
   BusyState& busy_;
+  WindowDialogs dialogs_;
   MainWindowLogic logic_;
+  MenuHelp menu_help_;
   QMap<int, QAction*> actions_;
   QMap<int, BubbleButton*> buttons_;
   QList<QAction*> recent_actions_;

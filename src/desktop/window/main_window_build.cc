@@ -63,6 +63,7 @@ void MainWindow::BuildMenu(const MenuPopup& popup) {
     connect(action, &QAction::triggered, this, [this, command] { Run(command); });
     connect(action, &QAction::hovered, this, [this, command] { logic_.ShowStatusOf(command); });
   }
+  menu_help_.Watch(menu);
   const int status = popup.status_text;
   connect(menu, &QMenu::aboutToShow, this, [this, status] {
     const MenuState state = logic_.menu_state();

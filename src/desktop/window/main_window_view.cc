@@ -142,6 +142,11 @@ void MainWindow::SetSets(const std::vector<std::string>& names, int current) {
   sets_->SetRows(ToList(names), current);
 }
 
+void MainWindow::SettingsChanged() {
+  panel_->SetKeyField(session_.settings().key_field);
+  tip_->SetAllowed(session_.settings().balloons);
+}
+
 void MainWindow::ShowTab(int tab) {
   tabs_->Select(tab, false);
 }
@@ -169,6 +174,8 @@ void MainWindow::OpenConsultation() {
     // The main window's form may hold changes of the card that is left here.
     if (row >= 0 && logic_.form().LeaveForm()) logic_.list().SetCurrentRow(row);
   });
+  connect(consultation_, &Consultation::helpWanted, this,
+          [this] { dialogs_.ShowHelp(HelpTopicOfCommand(kCommandBrowseMarked)); });
   connect(consultation_, &QObject::destroyed, this, [this] {
     if (!ended_ && isVisible()) FocusList();
   });

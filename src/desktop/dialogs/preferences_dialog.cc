@@ -1,0 +1,195 @@
+#include "desktop/dialogs/preferences_dialog.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+#include <functional>
+
+#include "base/dialog_template.h"
+#include "base/string_table.h"
+#include "desktop/controls/measure.h"
+#include "shell/command_table.h"
+#include "shell/form_fields.h"
+
+namespace carnetel::desktop {
+namespace {
+
+constexpr int kPreferences = 134;
+constexpr int kBalloons = 223;
+constexpr int kStartsAtKey = 2015;
+constexpr int kFirstPersonStyle = 2020;
+constexpr int kFirstCompanyStyle = 2024;
+constexpr int kStartsAtFirst = 2027;
+// Texts of the four person styles, in the order of their numbers.
+constexpr int kFirstPersonStyleText = 267;
+constexpr int kPersonStyles = 4;
+constexpr int kGapBetweenStyles = 8;
+constexpr const char* kCompanyStyleTexts[] = {"Société", "Société-Nom", "Nom-Société"};
+
+QString Utf8(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+// A box whose radios lie below each other.
+QGroupBox* MakeBox(const QString& title) {
+  auto* box = new QGroupBox(title);
+  new QVBoxLayout(box);
+  return box;
+}
+
+QRadioButton* AddRadio(QGroupBox* box, QButtonGroup* group, int id, const QString& text) {
+  auto* radio = new QRadioButton(text);
+  radio->setObjectName(QString::number(id));
+  group->addButton(radio, id);
+  box->layout()->addWidget(radio);
+  return radio;
+}
+
+// Tab stops at the chosen radio of a box from the first time on; the toolkit sees to it only once
+// the box has had the focus.
+void MakeTabStop(const QButtonGroup* group, const QAbstractButton* chosen) {
+  for (QAbstractButton* radio : group->buttons()) {
+    if (radio != chosen) radio->setFocusPolicy(Qt::ClickFocus);
+  }
+}
+
+// Shows the radio of that number as the chosen one, none when there is no such radio, and from then
+// on tells the number of each that the user chooses.
+void Choose(QButtonGroup* group, int id, std::function<void(int)> chosen) {
+  if (QAbstractButton* radio = group->button(id)) {
+    radio->setChecked(true);
+    MakeTabStop(group, radio);
+  }
+  QObject::connect(group, &QButtonGroup::idToggled, group,
+                   [chosen = std::move(chosen)](int toggled, bool on) {
+                     if (on) chosen(toggled);
+                   });
+}
+
+void SetEnabled(QButtonGroup* group, bool enabled) {
+  for (QAbstractButton* radio : group->buttons()) radio->setEnabled(enabled);
+}
+
+QPushButton* AddButton(QHBoxLayout* row, int id, const QString& text) {
+  auto* button = new QPushButton(text);
+  button->setObjectName(QString::number(id));
+  row->addWidget(button);
+  return button;
+}
+
+}  // namespace
+
+PreferencesDialog::PreferencesDialog(PreferencesForm& form, QWidget* parent)
+    : QDialog(parent), form_(form) {
+  setObjectName(QString::number(kPreferences));
+  setWindowTitle(Utf8(DialogTitle(kPreferences)));
+  // Boxes and buttons are made in the order of the keyboard.
+  auto* grid = new QGridLayout(this);
+  grid->setSizeConstraint(QLayout::SetFixedSize);
+  grid->addWidget(BuildIndexBox(), 0, 0);
+  grid->addWidget(BuildStyleBox(), 1, 0, 3, 1);
+  grid->addWidget(BuildZoneBox(), 0, 1);
+  grid->addWidget(BuildStartBox(), 1, 1);
+  BuildBalloons();
+  grid->addWidget(balloons_, 2, 1);
+  grid->setRowStretch(3, 1);
+  grid->addWidget(BuildButtons(), 4, 0, 1, 2);
+  EnableStyles();
+}
+
+QGroupBox* PreferencesDialog::BuildIndexBox() {
+  QGroupBox* box = MakeBox(QStringLiteral("Indexer sur"));
+  auto* group = new QButtonGroup(this);
+  AddRadio(box, group, kControlSte1, QStringLiteral("&Société "));
+  AddRadio(box, group, kControlNom, QStringLiteral("&Nom "));
+  Choose(group, form_.key_field() == kNom ? kControlNom : kControlSte1, [this](int id) {
+    form_.set_key_field(id == kControlNom ? kNom : kSte1);
+    EnableStyles();
+  });
+  return box;
+}
+
+QGroupBox* PreferencesDialog::BuildStyleBox() {
+  QGroupBox* box = MakeBox(QStringLiteral("Affichage de la liste"));
+  company_styles_ = new QButtonGroup(this);
+  int id = kFirstCompanyStyle;
+  for (const char* text : kCompanyStyleTexts) {
+    AddRadio(box, company_styles_, id++, QString::fromUtf8(text));
+  }
+  Choose(company_styles_, kFirstCompanyStyle + form_.style_aff_ste(),
+         [this](int chosen) { form_.set_style_aff_ste(chosen - kFirstCompanyStyle); });
+  box->layout()->addItem(new QSpacerItem(0, Measure(kGapBetweenStyles, fontMetrics())));
+  person_styles_ = new QButtonGroup(this);
+  for (int style = 0; style < kPersonStyles; ++style) {
+    AddRadio(box, person_styles_, kFirstPersonStyle + style,
+             Utf8(LoadText(kFirstPersonStyleText + style)));
+  }
+  Choose(person_styles_, kFirstPersonStyle + form_.style_aff_list(),
+         [this](int chosen) { form_.set_style_aff_list(chosen - kFirstPersonStyle); });
+  return box;
+}
+
+QGroupBox* PreferencesDialog::BuildZoneBox() {
+  QGroupBox* box = MakeBox(QStringLiteral("Afficher en priorité"));
+  auto* group = new QButtonGroup(this);
+  AddRadio(box, group, kControlNotes, QStringLiteral("Notes"));
+  AddRadio(box, group, kControlReferences, QStringLiteral("Références"));
+  Choose(group, form_.shows_references() ? kControlReferences : kControlNotes,
+         [this](int id) { form_.set_shows_references(id == kControlReferences); });
+  return box;
+}
+
+QGroupBox* PreferencesDialog::BuildStartBox() {
+  QGroupBox* box = MakeBox(QStringLiteral("Commencer la saisie par"));
+  auto* group = new QButtonGroup(this);
+  AddRadio(box, group, kStartsAtKey, QStringLiteral("Champ Index"));
+  AddRadio(box, group, kStartsAtFirst, QStringLiteral("Premier champ de la fiche"));
+  Choose(group, form_.starts_at_first() ? kStartsAtFirst : kStartsAtKey,
+         [this](int id) { form_.set_starts_at_first(id == kStartsAtFirst); });
+  return box;
+}
+
+void PreferencesDialog::BuildBalloons() {
+  balloons_ = new QCheckBox(QStringLiteral("Afficher &Infos-Bulles "));
+  balloons_->setObjectName(QString::number(kBalloons));
+  balloons_->setChecked(form_.balloons());
+  balloons_->setEnabled(form_.balloons_enabled());
+  connect(balloons_, &QCheckBox::toggled, this, [this](bool on) { form_.set_balloons(on); });
+}
+
+QWidget* PreferencesDialog::BuildButtons() {
+  auto* bar = new QWidget;
+  auto* row = new QHBoxLayout(bar);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addStretch();
+  QPushButton* ok = AddButton(row, kCommandConfirm, QStringLiteral("Ok"));
+  QPushButton* abandon = AddButton(row, kCommandEscape, QStringLiteral("Abandon"));
+  QPushButton* help = AddButton(row, kCommandHelpKey, QStringLiteral("?"));
+  help->setAccessibleName(QStringLiteral("Aide"));
+  ok->setDefault(true);
+  connect(ok, &QPushButton::clicked, this, &QDialog::accept);
+  connect(abandon, &QPushButton::clicked, this, &QDialog::reject);
+  connect(help, &QPushButton::clicked, this, &PreferencesDialog::helpWanted);
+  return bar;
+}
+
+void PreferencesDialog::EnableStyles() {
+  SetEnabled(company_styles_, form_.company_styles_enabled());
+  SetEnabled(person_styles_, form_.person_styles_enabled());
+}
+
+void PreferencesDialog::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_F1) {
+    Q_EMIT helpWanted();
+    return;
+  }
+  QDialog::keyPressEvent(event);
+}
+
+}  // namespace carnetel::desktop

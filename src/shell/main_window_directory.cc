@@ -1,0 +1,178 @@
+// What the main window's commands do with directories as a whole, and the dialogs around them.
+#include "base/format_text.h"
+#include "base/path.h"
+#include "shell/description.h"
+#include "shell/invalid_file.h"
+#include "shell/main_window.h"
+#include "shell/preferences.h"
+
+namespace carnetel {
+namespace {
+
+constexpr size_t kMostRecents = 4;
+constexpr size_t kLongestDroppedPath = 259;
+// "&1 " in front of the path in a recent directory's menu text.
+constexpr size_t kMenuPrefixSize = 3;
+constexpr std::array<int, 4> kRecentKeys = {237, 238, 239, 240};
+
+std::string RecentText(size_t index, const std::string& path) {
+  return FormatPrintf("&%c %s", {static_cast<int>('1' + index), path});
+}
+
+}  // namespace
+
+bool MainWindowLogic::DispatchDirectoryCommand(int command) {
+  switch (command) {
+    case kCommandNew:
+      ChooseAndReload(ChooserTemplate::kCreate);
+      return true;
+    case kCommandOpen:
+    case kButtonOpen:
+      ChooseAndReload(ChooserTemplate::kOpen);
+      return true;
+    case kCommandDestroy:
+      DestroyDirectories();
+      return true;
+    case kCommandDescribe:
+      Describe();
+      return true;
+    case kCommandPreferences:
+      ChangePreferences();
+      return true;
+    case kCommandAbout:
+      if (form_.LeaveForm()) dialogs_.ShowAbout();
+      return true;
+    case kCommandHelp:
+    case kButtonHelp:
+    case kCommandHelpKey:
+      dialogs_.ShowHelp(HelpTopic(view_.FocusedControl()));
+      return true;
+    case kEventAskInvalidDirectory:
+      AskInvalidDirectory();
+      return true;
+    default:
+      if (command < kCommandRecent1 || command > kCommandRecent4) return false;
+      OpenRecent(command);
+      return true;
+  }
+}
+
+void MainWindowLogic::ReadRecents() {
+  recents_.clear();
+  for (size_t i = 1; i < kMostRecents; ++i) {
+    const std::string text = session_.ProfileText(kRecentKeys[i], "");
+    if (text.size() > kMenuPrefixSize) recents_.push_back(text.substr(kMenuPrefixSize));
+  }
+}
+
+void MainWindowLogic::RebuildRecents() {
+  const std::string current = session_.CurrentMainFile();
+  std::erase_if(recents_, [this, &current](const std::string& path) {
+    return session_.SamePath(path, current);
+  });
+  recents_.insert(recents_.begin(), current);
+  if (recents_.size() > kMostRecents) recents_.resize(kMostRecents);
+  std::vector<std::string> texts;
+  for (size_t i = 0; i < recents_.size(); ++i) texts.push_back(RecentText(i, recents_[i]));
+  view_.SetRecents(texts);
+}
+
+// The first one is written at the end of the run, for every role. One that is gone from the menu
+// leaves its old value behind, on purpose.
+void MainWindowLogic::WriteRecents() {
+  for (size_t i = 1; i < recents_.size(); ++i) {
+    session_.ProfileWrite(kRecentKeys[i], RecentText(i, recents_[i]));
+  }
+}
+
+// Before the session closes it: what it shows meanwhile (messages, progress) may repaint the list.
+void MainWindowLogic::LetGoOfDirectory() {
+  list_.StorePosition();
+  list_.SetDirectory(nullptr);
+  form_.SetDirectory(nullptr);
+}
+
+void MainWindowLogic::OpenRecent(int command) {
+  const auto index = static_cast<size_t>(command - kCommandRecent1);
+  if (index >= recents_.size() || !form_.LeaveForm()) return;
+  const std::string path = recents_[index];
+  const std::string former = session_.CurrentMainFile();
+  if (!session_.SamePath(path, former) && !BelongsToAnotherSeat(path)) OpenInPlace(path);
+}
+
+void MainWindowLogic::OpenInPlace(const std::string& path) {
+  const std::string former = session_.CurrentMainFile();
+  if (!session_.OpenDirectoryChecked(path, false)) session_.OpenDirectoryChecked(former, false);
+  ReloadAfterOpen();
+}
+
+void MainWindowLogic::OpenDropped(const std::string& path) {
+  if (!form_.LeaveForm()) return;
+  const PathPieces pieces = PathSplit(path);
+  if (path.size() > kLongestDroppedPath || CompareKey(pieces.extension, ".DAN", 5) != 0) {
+    session_.services().messages.ShowMessage(MessageStyle::kError, 79, 49);
+    return;
+  }
+  OpenInPlace(path);
+}
+
+// Such a directory is passed over without a word.
+bool MainWindowLogic::BelongsToAnotherSeat(const std::string& path) const {
+  FileSystem& files = session_.services().files;
+  const std::optional<MainHeader> header = ReadMainHeader(files, FindAnyCase(files, path));
+  return header && session_.BelongsToAnotherSeat(header->owner());
+}
+
+void MainWindowLogic::ChooseAndReload(ChooserTemplate form) {
+  if (!form_.LeaveForm()) return;
+  const Choice choice = ChooseDirectory(session_, dialogs_, form, ChooserMode::kDirectories, true);
+  if (choice.confirmed) ReloadAfterOpen();
+}
+
+void MainWindowLogic::DestroyDirectories() {
+  if (!form_.LeaveForm()) return;
+  list_.StorePosition();
+  (void)ChooseDirectory(session_, dialogs_, ChooserTemplate::kDestroy, ChooserMode::kDirectories,
+                        true);
+  ReloadAfterOpen();
+}
+
+void MainWindowLogic::Describe() {
+  if (!form_.LeaveForm() || session_.directory() == nullptr) return;
+  DescriptionForm form(session_);
+  (void)dialogs_.RunDescription(form);
+}
+
+void MainWindowLogic::ChangePreferences() {
+  if (!form_.LeaveForm()) return;
+  PreferencesForm form(session_.settings(), session_.request().caller_window != 0);
+  if (!dialogs_.RunPreferences(form)) return;
+  list_.StorePosition();
+  const PreferencesResult result = ApplyPreferences(session_, dialogs_, form);
+  list_.SetLabelStyles(session_.settings().Labels());
+  view_.SettingsChanged();
+  const bool references = session_.settings().shows_references;
+  const FormZone zone = references ? FormZone::kReferences : FormZone::kNotes;
+  if (form_.zone() != zone) form_.ShowZone(zone);
+  const bool reordered = result == PreferencesResult::kIndexChanged;
+  list_.ListRefill(reordered ? kAllLetters : list_.letter_range());
+  if (reordered) view_.ShowTab(kTabAll);
+  form_.ShowCurrentCard(true);
+}
+
+void MainWindowLogic::AskInvalidDirectory() {
+  if (session_.directory() == nullptr) return;
+  list_.StorePosition();
+  session_.directory()->CloseListView();
+  InvalidFileForm form(session_, [this] {
+    (void)ChooseDirectory(session_, dialogs_, ChooserTemplate::kDestroy, ChooserMode::kInvalidFile,
+                          true);
+  });
+  const InvalidFileEnd end = dialogs_.RunInvalidFile(form);
+  ReloadAfterOpen();
+  if (end == InvalidFileEnd::kCreate) view_.PostCommand(kCommandNew);
+  if (end == InvalidFileEnd::kLoad) view_.PostCommand(kCommandOpen);
+  if (end == InvalidFileEnd::kRecovered) view_.PostCommand(kTabAll);
+}
+
+}  // namespace carnetel
