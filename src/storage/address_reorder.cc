@@ -102,6 +102,7 @@ void AddressReorder::CarryOver() {
 
 bool RefreshAddressFile(Directory& directory, RefreshView view, bool quiet) {
   if (view == RefreshView::kOtherGroup) return true;
+  if (!directory.ReadStoresAgain()) return false;
   if (view == RefreshView::kWholeFile) {
     const std::vector<EntrySlot> old_entries = AllEntries(directory.address());
     if (!directory.RebuildAddressFile(AddressMode::kNormal, quiet)) return false;

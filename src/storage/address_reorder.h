@@ -37,8 +37,9 @@ enum class RefreshView { kWholeFile = 0, kFirstGroup = 1, kOtherGroup = 2 };
 // Brings the address file in line with a main file that another seat has changed. With the whole
 // file displayed it is made anew: entries that were marked keep all their bits, the others lose
 // theirs, and the seat's groups, criteria and layouts go, by design. With the first group displayed
-// its entries are gone over and counted. Other groups: nothing happens. `quiet` leaves out the
-// progress display. False when the address file could not be made.
+// its entries are gone over and counted. Main file and indexes are read again in both cases. Other
+// groups: nothing happens. `quiet` leaves out the progress display. False when a store could not be
+// read or the address file could not be made.
 bool RefreshAddressFile(Directory& directory, RefreshView view, bool quiet);
 
 }  // namespace carnetel

@@ -73,8 +73,14 @@ OpenResult Directory::OpenMainFile() {
 bool Directory::OpenIndexes() {
   // The count is looked for beside the main file, wherever the seat's own address file lies.
   AddressFile beside(services_.files, paths_.BesideMain(".ADR"));
-  const bool counts_differ =
-      beside.Open() && beside.header().count() != main_.header().card_count();
+  return TakeIndexes(beside.Open() && beside.header().count() != main_.header().card_count());
+}
+
+bool Directory::ReadStoresAgain() {
+  return main_.ReadHeader() && TakeIndexes(false);
+}
+
+bool Directory::TakeIndexes(bool counts_differ) {
   for (int number = 1; number <= 2; ++number) {
     KeyIndex& store = index(number);
     const bool there = services_.files.Exists(store.path());
@@ -161,6 +167,7 @@ bool Directory::RebuildAddressFile(AddressMode mode, bool silent) {
   address_.header().set_stamp(main_.stamp_on_disk());
   address_.Flush();
   if (shown) services_.progress.Close();
+  CreateMissingCriteria();
   return true;
 }
 

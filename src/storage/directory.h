@@ -104,8 +104,14 @@ class Directory {
   EntryChange& last_inserted() { return last_inserted_; }
   EntryChange& last_removed() { return last_removed_; }
 
+  // Takes the main file and both indexes as they are on the disk, where another seat may have
+  // changed them. The address file stays as it was (storage/address_reorder.h brings it along).
+  // False when a store cannot be read.
+  bool ReadStoresAgain();
+
   // Makes the address file anew from the active index, without marks; with kNormal the groups,
-  // criteria and layouts go. False when it cannot be created.
+  // criteria and layouts go, and the criteria come back as those of a new directory. False when it
+  // cannot be created.
   bool RebuildAddressFile(AddressMode mode, bool silent);
 
   // True when any write to a store has failed since it was opened.
@@ -131,6 +137,9 @@ class Directory {
   OpenResult OpenMainFile();
   OpenResult CloseAfter(OpenResult result);
   bool OpenIndexes();
+  // Loads both indexes; one that is missing or not whole, and with `counts_differ` any, is made
+  // anew.
+  bool TakeIndexes(bool counts_differ);
   bool BuildKeyIndex(int number);
   // Takes the slots out of an index that a delete could not reach: those of a card that has a
   // second slot, under a key that is not its own.

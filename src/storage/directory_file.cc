@@ -93,6 +93,7 @@ size_t DirectoryFile::ReadCards(uint32_t offset, std::span<CardRecord> into) {
 }
 
 bool DirectoryFile::WriteCard(uint32_t offset, const CardRecord& card) {
+  changed_in_batch_ = true;
   const uint32_t appended_end = appended_offset_ + static_cast<uint32_t>(appended_.size());
   const bool extends = in_batch_ && (appended_.empty() || offset == appended_end);
   if (!extends || offset < end_offset()) {
@@ -118,6 +119,7 @@ void DirectoryFile::TakeStamp() {
 
 void DirectoryFile::SetCount(uint32_t count) {
   count_ = count;
+  changed_in_batch_ = true;
   header_.set_card_count(static_cast<uint16_t>(count));
   if (!in_batch_) WriteCountAndStamp();
 }
@@ -143,10 +145,16 @@ void DirectoryFile::Finish() {
   if (file_->Size() > end_offset()) file_->Truncate(end_offset());
 }
 
+void DirectoryFile::BeginBatch() {
+  in_batch_ = true;
+  changed_in_batch_ = false;
+}
+
 void DirectoryFile::EndBatch() {
   if (!in_batch_) return;
   FlushAppended();
   in_batch_ = false;
+  if (!changed_in_batch_) return;
   TakeStamp();
   SetCount(count_);
   Finish();

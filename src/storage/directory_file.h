@@ -71,7 +71,9 @@ class DirectoryFile {
   // Puts the data on the disk, then cuts the file behind its last card. Nothing in a batch.
   void Finish();
 
-  void BeginBatch() { in_batch_ = true; }
+  void BeginBatch();
+  // Writes what the batch gathered, with a new stamp; nothing when it changed nothing, lest other
+  // seats take it for a change.
   void EndBatch();
 
   // A copy of a card on the disk behind the last one, outside the count, as long as the object
@@ -105,6 +107,7 @@ class DirectoryFile {
   uint32_t count_ = 0;
   uint32_t stamp_on_disk_ = 0;
   bool in_batch_ = false;
+  bool changed_in_batch_ = false;
   bool keeps_tail_ = false;
   // Cards appended in a batch and not yet in the file, and where they go.
   std::vector<std::byte> appended_;

@@ -21,6 +21,7 @@ Recovery RecoverCards(Directory& directory, const std::string& path) {
   if (file == nullptr) return recovery;
   recovery.read = true;
   const uint64_t count = CardsToRecover(file->Size());
+  const uint32_t before = directory.main().count();
   ProgressBox& progress = directory.progress();
   progress.Open(ProgressForm::kTransfer, static_cast<uint32_t>(count));
   {
@@ -35,6 +36,10 @@ Recovery RecoverCards(Directory& directory, const std::string& path) {
       if (!recovery.failed) ++recovery.added;
     }
   }
+  // A write that fails when the batch ends takes cards with it that were added before.
+  const uint32_t added = directory.main().count() - before;
+  recovery.failed = recovery.failed || added < recovery.added;
+  recovery.added = added;
   directory.CloseListView();
   progress.Close();
   return recovery;

@@ -50,7 +50,9 @@ bool WriteUpgraded(File& old, File& file) {
   uint64_t written = 0;
   for (uint64_t n = 1; n <= count; ++n) {
     CardRecord card;
-    (void)old.Read(kCardSize * n, card.bytes());
+    const uint64_t there = std::min<uint64_t>(kCardSize, size - kCardSize * n);
+    // The old file goes: a card that the disk does not give must not become an empty one.
+    if (old.Read(kCardSize * n, card.bytes()) < there) return false;
     append(UpgradeCard(card));
     if (buffer.size() < kBufferSize) continue;
     if (!file.Write(written, buffer)) return false;

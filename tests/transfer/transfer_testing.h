@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -14,28 +13,10 @@
 #include "platform/memory_file_system.h"
 #include "selection/marks.h"
 #include "storage/card_dispatch.h"
+#include "tests/support/recording_progress.h"
 #include "transfer/delimited.h"
 
 namespace carnetel {
-
-// Counts what a progress box is told, and asks for an abort after so many steps.
-class RecordingProgress : public ProgressBox {
- public:
-  void Open(ProgressForm form, uint32_t total) override { opened.emplace_back(form, total); }
-  [[nodiscard]] bool Step(std::string_view /*text*/) override {
-    ++steps;
-    if (steps == act_after) act();
-    return steps == abort_after;
-  }
-  void Close() override { ++closed; }
-
-  std::vector<std::pair<ProgressForm, uint32_t>> opened;
-  int steps = 0;
-  int closed = 0;
-  int abort_after = 0;  // 0: never
-  int act_after = 0;
-  std::function<void()> act;
-};
 
 using Fields = std::initializer_list<std::pair<int, std::string_view>>;
 
