@@ -36,7 +36,7 @@ bool GroupFile::Belongs(ByteView header) const {
   if (static_cast<int16_t>(LoadLe16(header, kGroupCountOffset)) < 1) return false;
   const std::string kept = CopyFieldText(header.subspan(kGroupPathOffset), kGroupPathSize);
   const std::string path = AddressPath().bytes().substr(0, kGroupPathSize);
-  return kept.size() == path.size() && CompareKey(kept, path, kGroupPathSize) == 0;
+  return CompareKey(kept, path, kGroupPathSize) == 0;
 }
 
 void GroupFile::Check() {

@@ -108,6 +108,15 @@ TEST_F(SelectionScanTest, AStarAtTheStartOfTheFirstValueMarksAll) {
   EXPECT_EQ(Marked(), Texts{});
 }
 
+// The dialog drops such a row, a set from elsewhere may have it.
+TEST_F(SelectionScanTest, LowerThanNothingIsWhatBeginsWithAnAccent) {
+  AddFields({{kSte1, "A"}, {kVille, "\x90VRY"}});
+  AddFields({{kSte1, "B"}, {kVille, "PARIS"}});
+  AddFields({{kSte1, "C"}});
+  Scan({{kVille, "<", ""}});
+  EXPECT_EQ(Marked(), Texts{"A"});
+}
+
 TEST_F(SelectionScanTest, TheAnswerIsTheFirstCardThatPassed) {
   AddCompanies({"DURAND", "ALPHA", "DELTA"});
   EXPECT_EQ(Scan({{kSte1, "=", "D"}}), 3U * 768);
