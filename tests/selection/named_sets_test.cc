@@ -10,7 +10,7 @@
 namespace carnetel {
 namespace {
 
-// Keeps what it was asked to do; does it unless told to fail.
+// Keeps what it was asked to do; does it unless it is to fail.
 class FakeStore : public SetStore {
  public:
   [[nodiscard]] Texts Names() override { return names_; }

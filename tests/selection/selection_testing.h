@@ -59,6 +59,9 @@ bool EntryBit(const FileBytes& address_file, size_t row, unsigned bit);
 
 class SelectionFixture : public OpenDirectoryTest {
  protected:
+  // The directory works with what this class owns.
+  ~SelectionFixture() override { Close(); }
+
   // Opens the directory, made when missing; an open one is closed first.
   void Open(int key_field = kSte1, const std::string& path = "/d/X");
   void Close();
