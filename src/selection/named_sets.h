@@ -25,7 +25,8 @@ class SetStore {
   virtual bool Delete(size_t position) = 0;
 };
 
-// Asks for a name, offering one; nothing when the user leaves or empties it.
+// Asks for a name, offering one; nothing, or an empty one, when the user leaves or
+// empties it.
 using AskName = std::function<std::optional<std::string>(const std::string& offered)>;
 
 class NamedSetsForm {
@@ -61,6 +62,7 @@ class NamedSetsForm {
  private:
   [[nodiscard]] bool HasSelection() const;
   [[nodiscard]] std::string SelectedName() const;
+  [[nodiscard]] std::optional<std::string> Ask(const std::string& offered);
   bool TellNothingToStore();
   Outcome ChangeSelected(bool rename);
 
