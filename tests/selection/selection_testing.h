@@ -19,7 +19,7 @@ using Texts = std::vector<std::string>;
 
 // Keeps what a progress display would get: each opening as its title, each step as its text, each
 // closing as "closed". Asks for an end at one of the steps.
-class RecordingProgress : public ProgressBox {
+class LoggedProgress : public ProgressBox {
  public:
   void Open(ProgressForm form, uint32_t total) override {
     form_ = form;
@@ -85,7 +85,7 @@ class SelectionFixture : public OpenDirectoryTest {
 
   std::string path_;
   FaultFileSystem faults_{files_};
-  RecordingProgress recorded_;
+  LoggedProgress recorded_;
 };
 
 }  // namespace carnetel
