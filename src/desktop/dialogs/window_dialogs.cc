@@ -10,17 +10,14 @@
 #include "desktop/dialogs/preferences_dialog.h"
 
 namespace carnetel::desktop {
-namespace {
-
-constexpr int kPreferencesTopic = 75;
 
 // Under the arrow, whatever cursor the command that opened it has.
-bool Run(QDialog& dialog) {
+template <class Dialog>
+bool WindowDialogs::Run(Dialog& dialog) {
+  QObject::connect(&dialog, &Dialog::helpWanted, &dialog, [this](int topic) { ShowHelp(topic); });
   const WaitCursorPause arrow;
   return dialog.exec() == QDialog::Accepted;
 }
-
-}  // namespace
 
 WindowDialogs::~WindowDialogs() {
   delete patience_;
@@ -33,29 +30,21 @@ QWidget* WindowDialogs::Owner() const {
 
 bool WindowDialogs::RunFilePicker(FilePicker& picker) {
   FileChooserDialog dialog(picker, Owner());
-  QObject::connect(&dialog, &FileChooserDialog::helpWanted, &dialog,
-                   [this](int topic) { ShowHelp(topic); });
   return Run(dialog);
 }
 
 bool WindowDialogs::RunDescription(DescriptionForm& form) {
   DescriptionDialog dialog(form, Owner());
-  QObject::connect(&dialog, &DescriptionDialog::helpWanted, &dialog,
-                   [this](int topic) { ShowHelp(topic); });
   return Run(dialog);
 }
 
 bool WindowDialogs::RunPreferences(PreferencesForm& form) {
   PreferencesDialog dialog(form, Owner());
-  QObject::connect(&dialog, &PreferencesDialog::helpWanted, &dialog,
-                   [this] { ShowHelp(kPreferencesTopic); });
   return Run(dialog);
 }
 
 InvalidFileEnd WindowDialogs::RunInvalidFile(InvalidFileForm& form) {
   InvalidFileDialog dialog(form, Owner());
-  QObject::connect(&dialog, &InvalidFileDialog::helpWanted, &dialog,
-                   [this](int topic) { ShowHelp(topic); });
   (void)Run(dialog);
   return dialog.end();
 }

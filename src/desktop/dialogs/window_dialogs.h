@@ -31,6 +31,8 @@ class WindowDialogs : public DialogHost {
 
  private:
   [[nodiscard]] QWidget* Owner() const;
+  template <class Dialog>
+  bool Run(Dialog& dialog);
 
   QWidget* window_;
   BusyState& busy_;
