@@ -33,7 +33,8 @@ class CardFormView {
   [[nodiscard]] virtual std::array<std::string, kReferenceCount> References() = 0;
   // Takes the last change of a field back and empties its undo buffer.
   virtual void UndoChange(int control) = 0;
-  // Input look: the person's three fields instead of the composed line, other colours.
+  // Input look: the person's three fields instead of the composed line, other colours. When it goes
+  // off, a focus in the form goes to the list.
   virtual void SetEditLook(bool on) = 0;
   virtual void SetZone(FormZone zone) = 0;
   virtual void SetButton(int button, bool enabled) = 0;

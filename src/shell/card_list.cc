@@ -121,9 +121,12 @@ std::vector<uint32_t> CardList::MarkedCards() const {
 
 bool CardList::IsMember(int row) const {
   if (directory_ == nullptr || !HasRow(row)) return false;
-  const int32_t entry = mirror_.Find(CardOffset(row));
-  return entry >= 0 &&
-         directory_->address().Entry(static_cast<uint32_t>(entry)).bit(directory_->group_bit());
+  const int32_t found = mirror_.Find(CardOffset(row));
+  const auto entry = static_cast<uint32_t>(found);
+  const AddressFile& address = directory_->address();
+  // The list may be painted while the file is made anew and has fewer entries than the last refill.
+  return found >= 0 && entry < address.entry_count() &&
+         address.Entry(entry).bit(directory_->group_bit());
 }
 
 std::string CardList::Label(int row) const {

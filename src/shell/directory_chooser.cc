@@ -109,8 +109,7 @@ bool DirectoryChooser::MayOpen(const std::string& chosen) {
 bool DirectoryChooser::Open(ChooserTemplate form, const std::string& chosen) {
   const bool may = form == ChooserTemplate::kCreate ? MayCreate(chosen) : MayOpen(chosen);
   if (!may) return false;
-  const std::string before = session_.CurrentMainFile();
-  if (!session_.OpenDirectoryChecked(chosen, false)) session_.OpenDirectoryChecked(before, false);
+  session_.OpenInPlace(chosen);
   return true;
 }
 

@@ -98,13 +98,12 @@ void MainWindowLogic::OpenRecent(int command) {
   const auto index = static_cast<size_t>(command - kCommandRecent1);
   if (index >= recents_.size() || !form_.LeaveForm()) return;
   const std::string path = recents_[index];
-  const std::string former = session_.CurrentMainFile();
-  if (!session_.SamePath(path, former) && !BelongsToAnotherSeat(path)) OpenInPlace(path);
+  const bool is_open = session_.SamePath(path, session_.CurrentMainFile());
+  if (!is_open && !BelongsToAnotherSeat(path)) OpenInPlace(path);
 }
 
 void MainWindowLogic::OpenInPlace(const std::string& path) {
-  const std::string former = session_.CurrentMainFile();
-  if (!session_.OpenDirectoryChecked(path, false)) session_.OpenDirectoryChecked(former, false);
+  session_.OpenInPlace(path);
   ReloadAfterOpen();
 }
 

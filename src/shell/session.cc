@@ -165,6 +165,12 @@ bool Session::OpenDirectoryChecked(const std::string& path, bool strict) {
   return opened;
 }
 
+void Session::OpenInPlace(const std::string& path) {
+  const bool had_one = directory_ != nullptr;
+  const std::string former = CurrentMainFile();
+  if (!OpenDirectoryChecked(path, false) && had_one) OpenDirectoryChecked(former, false);
+}
+
 bool Session::OpenAtStart(bool* fell_back) {
   *fell_back = false;
   const std::string main_file = CurrentMainFile();

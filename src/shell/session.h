@@ -78,6 +78,8 @@ class Session {
   // directory that another seat owns asks whether to take the default one instead; without it, one
   // that cannot be opened is told. False leaves no directory open.
   bool OpenDirectoryChecked(const std::string& path, bool strict);
+  // The same, not strict, but that the directory that was open, if any, comes back on a failure.
+  void OpenInPlace(const std::string& path);
   // The directory of the start; when that fails for the main window, CARN001 to CARN1000 beside it.
   // `*fell_back` tells that one of those was tried.
   bool OpenAtStart(bool* fell_back);

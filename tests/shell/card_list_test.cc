@@ -1,5 +1,6 @@
 #include "shell/card_list.h"
 
+#include "storage/card_dispatch.h"
 #include "tests/shell/window_fixture.h"
 
 namespace carnetel {
@@ -349,6 +350,17 @@ TEST_F(CardListTest, DeselectingTakesTheMarksOfTheListedRows) {
   window().Dispatch(655);
   EXPECT_EQ(MarkedRows(), (Numbers{1, 2, 3, 4}));
   EXPECT_EQ(view.marked, 4);
+}
+
+// It may be painted over a loop that takes entries away or makes them anew.
+TEST_F(CardListTest, ARowWhoseEntryHasGoneIsNoMember) {
+  BuildFive();
+  Start();
+  EXPECT_TRUE(list().IsMember(4));
+  uint32_t moved_from = 0;
+  ASSERT_TRUE(DeleteCard(*session->directory(), list().CardOffset(4), &moved_from));
+  EXPECT_TRUE(list().IsMember(3));
+  EXPECT_FALSE(list().IsMember(4));
 }
 
 TEST_F(CardListTest, HasNoTextsAndMarksWithoutItsDirectory) {

@@ -49,6 +49,9 @@ void LetterTabs::Select(int id, bool fire) {
     tab->setFocusPolicy(tab->id() == id ? Qt::TabFocus : Qt::NoFocus);
     tab->update();
   }
+  // A tab that keeps the focus of its window would be chosen when the window is active again.
+  const auto* focused = qobject_cast<LetterTab*>(window()->focusWidget());
+  if (focused != nullptr && focused != Tab(id)) Tab(id)->setFocus(Qt::OtherFocusReason);
   Place();
   update();
   if (fire) Q_EMIT tabSelected(id);

@@ -38,7 +38,8 @@ AboutDialog::AboutDialog(QWidget* parent) : FixedDialog(131, 0, parent) {
   grid->addWidget(PlainLabel(QString::fromUtf8(kVersion)), 1, 1);
   grid->addWidget(PlainLabel(QString::fromUtf8(kPurpose)), 2, 1);
   QPushButton* confirm = MakeButton(kCommandConfirm, QStringLiteral("OK"));
-  grid->addWidget(confirm, 3, 0, 1, 2, Qt::AlignHCenter);
+  grid->setRowMinimumHeight(3, grid->verticalSpacing());
+  grid->addWidget(confirm, 4, 0, 1, 2, Qt::AlignHCenter);
   grid->setSizeConstraint(QLayout::SetFixedSize);
   connect(confirm, &QPushButton::clicked, this, &QDialog::accept);
 }

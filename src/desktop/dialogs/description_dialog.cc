@@ -32,13 +32,13 @@ void DescriptionDialog::AddFields(QGridLayout& grid) {
   auto* path = new PathLabel(this);
   path->setObjectName(QStringLiteral("180"));
   path->SetPath(QString::fromStdString(form_.path()));
-  grid.addWidget(new QLabel(QStringLiteral("Fichier")), 0, 0);
+  grid.addWidget(new QLabel(QStringLiteral("Fichier")), 0, 0, Qt::AlignRight);
   grid.addWidget(path, 0, 1);
   description_ = new FilteredEdit(196, {}, DescriptionForm::kLongest, this);
   description_->setText(QString::fromStdString(form_.description()));
   auto* label = new QLabel(QStringLiteral("&Descriptif"));
   label->setBuddy(description_);
-  grid.addWidget(label, 1, 0);
+  grid.addWidget(label, 1, 0, Qt::AlignRight);
   grid.addWidget(description_, 1, 1);
 }
 

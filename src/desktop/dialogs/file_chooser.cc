@@ -3,7 +3,6 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QPainter>
 #include <QPushButton>
 #include <QScreen>
 #include <QSignalBlocker>
@@ -76,23 +75,6 @@ std::vector<MountedVolume> MountedVolumes() {
   return volumes;
 }
 
-// A path in one line, without its middle where it is too long. Its text is the whole path.
-class FolderLine : public QLabel {
- public:
-  FolderLine() {
-    setTextFormat(Qt::PlainText);
-    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-  }
-
- protected:
-  void paintEvent(QPaintEvent* /*event*/) override {
-    QPainter painter(this);
-    const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, width());
-    style()->drawItemText(&painter, rect(), Qt::AlignLeft | Qt::AlignVCenter, palette(),
-                          isEnabled(), shown, foregroundRole());
-  }
-};
-
 }  // namespace
 
 FileChooserDialog::FileChooserDialog(FilePicker& picker, QWidget* parent)
@@ -101,7 +83,7 @@ FileChooserDialog::FileChooserDialog(FilePicker& picker, QWidget* parent)
       name_(new FilteredEdit(kName, EntryRule{FilterClass::kNativePath}, 0, this)),
       files_(MakeList(kFiles, this)),
       folders_(MakeList(kFolders, this)),
-      folder_line_(new FolderLine),
+      folder_line_(new PathLabel),
       types_(new PickerCombo(kTypes, this)),
       places_(new PickerCombo(kPlaces, this)) {
   setObjectName(QString::number(static_cast<int>(picker.form())));
@@ -126,6 +108,8 @@ void FileChooserDialog::BuildLists(QGridLayout& grid) {
   head->addWidget(name_, 0, 1);
   head->addWidget(new QLabel(QStringLiteral("Dossier :")), 1, 0, Qt::AlignRight);
   head->addWidget(folder_line_, 1, 1);
+  // As wide as the dialog, which can be made narrower than a path.
+  folder_line_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
   grid.addLayout(head, 0, 0, 1, 2);
   grid.addWidget(LabelFor(files_, QStringLiteral("&Fichiers :")), 1, 0);
   grid.addWidget(LabelFor(folders_, QStringLiteral("&Dossiers :")), 1, 1);
@@ -239,7 +223,7 @@ void FileChooserDialog::SetFirstSize() {
 
 void FileChooserDialog::ShowFolder() {
   const PathPieces left = PathSplit(folder_line_->text().toStdString());
-  folder_line_->setText(Utf8(picker_.folder()));
+  folder_line_->SetPath(Utf8(picker_.folder()));
   folder_names_ = picker_.Folders();
   folders_->clear();
   folders_->addItems(Rows(folder_names_));

@@ -11,6 +11,7 @@
 
 #include "desktop/controls/filtered_edit.h"
 #include "desktop/controls/picker_combo.h"
+#include "desktop/dialogs/path_label.h"
 #include "shell/file_picker.h"
 
 class QGridLayout;
@@ -58,7 +59,7 @@ class FileChooserDialog : public QDialog {
   FilteredEdit* name_;
   QListWidget* files_;
   QListWidget* folders_;
-  QLabel* folder_line_;
+  PathLabel* folder_line_;
   PickerCombo* types_;
   PickerCombo* places_;
   FilteredEdit* description_ = nullptr;  // null without a zone

@@ -1,4 +1,4 @@
-// A path in a dialog of fixed size: one that is too long is shown with its middle left out, and
+// A path in a dialog: one that is too long is shown with its middle left out, and
 // whole as soon as the mouse comes over it. text() is the whole path, for screen readers too.
 #pragma once
 

@@ -5,13 +5,10 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QKeyEvent>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 #include <functional>
 
-#include "base/dialog_template.h"
 #include "base/string_table.h"
 #include "desktop/controls/measure.h"
 #include "shell/command_table.h"
@@ -21,6 +18,7 @@ namespace carnetel::desktop {
 namespace {
 
 constexpr int kPreferences = 134;
+constexpr int kHelpTopic = 75;
 constexpr int kBalloons = 223;
 constexpr int kStartsAtKey = 2015;
 constexpr int kFirstPersonStyle = 2020;
@@ -76,19 +74,10 @@ void SetEnabled(QButtonGroup* group, bool enabled) {
   for (QAbstractButton* radio : group->buttons()) radio->setEnabled(enabled);
 }
 
-QPushButton* AddButton(QHBoxLayout* row, int id, const QString& text) {
-  auto* button = new QPushButton(text);
-  button->setObjectName(QString::number(id));
-  row->addWidget(button);
-  return button;
-}
-
 }  // namespace
 
 PreferencesDialog::PreferencesDialog(PreferencesForm& form, QWidget* parent)
-    : QDialog(parent), form_(form) {
-  setObjectName(QString::number(kPreferences));
-  setWindowTitle(Utf8(DialogTitle(kPreferences)));
+    : FixedDialog(kPreferences, kHelpTopic, parent), form_(form) {
   // Boxes and buttons are made in the order of the keyboard.
   auto* grid = new QGridLayout(this);
   grid->setSizeConstraint(QLayout::SetFixedSize);
@@ -99,7 +88,7 @@ PreferencesDialog::PreferencesDialog(PreferencesForm& form, QWidget* parent)
   BuildBalloons();
   grid->addWidget(balloons_, 2, 1);
   grid->setRowStretch(3, 1);
-  grid->addWidget(BuildButtons(), 4, 0, 1, 2);
+  grid->addLayout(BuildButtons(), 4, 0, 1, 2);
   EnableStyles();
 }
 
@@ -163,33 +152,20 @@ void PreferencesDialog::BuildBalloons() {
   connect(balloons_, &QCheckBox::toggled, this, [this](bool on) { form_.set_balloons(on); });
 }
 
-QWidget* PreferencesDialog::BuildButtons() {
-  auto* bar = new QWidget;
-  auto* row = new QHBoxLayout(bar);
-  row->setContentsMargins(0, 0, 0, 0);
+QHBoxLayout* PreferencesDialog::BuildButtons() {
+  auto* row = new QHBoxLayout;
+  QPushButton* ok = MakeButton(kCommandConfirm, QStringLiteral("Ok"));
+  QPushButton* abandon = MakeButton(kCommandEscape, QStringLiteral("Abandon"));
   row->addStretch();
-  QPushButton* ok = AddButton(row, kCommandConfirm, QStringLiteral("Ok"));
-  QPushButton* abandon = AddButton(row, kCommandEscape, QStringLiteral("Abandon"));
-  QPushButton* help = AddButton(row, kCommandHelpKey, QStringLiteral("?"));
-  help->setAccessibleName(QStringLiteral("Aide"));
-  ok->setDefault(true);
+  for (QPushButton* button : {ok, abandon, MakeHelpButton()}) row->addWidget(button);
   connect(ok, &QPushButton::clicked, this, &QDialog::accept);
   connect(abandon, &QPushButton::clicked, this, &QDialog::reject);
-  connect(help, &QPushButton::clicked, this, &PreferencesDialog::helpWanted);
-  return bar;
+  return row;
 }
 
 void PreferencesDialog::EnableStyles() {
   SetEnabled(company_styles_, form_.company_styles_enabled());
   SetEnabled(person_styles_, form_.person_styles_enabled());
-}
-
-void PreferencesDialog::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_F1) {
-    Q_EMIT helpWanted();
-    return;
-  }
-  QDialog::keyPressEvent(event);
 }
 
 }  // namespace carnetel::desktop

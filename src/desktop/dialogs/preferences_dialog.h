@@ -2,28 +2,22 @@
 // up to date while the user chooses. It decides nothing; what "Ok" does is the caller's.
 #pragma once
 
-#include <QDialog>
-
+#include "desktop/dialogs/fixed_dialog.h"
 #include "shell/preferences.h"
 
 class QButtonGroup;
 class QCheckBox;
 class QGroupBox;
+class QHBoxLayout;
 
 namespace carnetel::desktop {
 
-class PreferencesDialog : public QDialog {
+class PreferencesDialog : public FixedDialog {
   Q_OBJECT
 
  public:
   // `form` outlives the dialog.
   PreferencesDialog(PreferencesForm& form, QWidget* parent);
-
- Q_SIGNALS:
-  void helpWanted();
-
- protected:
-  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   QGroupBox* BuildIndexBox();
@@ -31,7 +25,7 @@ class PreferencesDialog : public QDialog {
   QGroupBox* BuildZoneBox();
   QGroupBox* BuildStartBox();
   void BuildBalloons();
-  QWidget* BuildButtons();
+  QHBoxLayout* BuildButtons();
   // The styles of the chosen index alone can be chosen.
   void EnableStyles();
 

@@ -17,11 +17,7 @@
 #include "desktop/dialogs/search_dialog.h"
 
 namespace carnetel::desktop {
-namespace {
 
-constexpr int kPreferencesTopic = 75;
-
-}  // namespace
 
 WindowDialogs::~WindowDialogs() {
   delete patience_;
@@ -52,10 +48,7 @@ bool WindowDialogs::RunDescription(DescriptionForm& form) {
 
 bool WindowDialogs::RunPreferences(PreferencesForm& form) {
   PreferencesDialog dialog(form, Owner());
-  QObject::connect(&dialog, &PreferencesDialog::helpWanted, &dialog,
-                   [this] { ShowHelp(kPreferencesTopic); });
-  const WaitCursorPause arrow;
-  return dialog.exec() == QDialog::Accepted;
+  return Run(dialog);
 }
 
 InvalidFileEnd WindowDialogs::RunInvalidFile(InvalidFileForm& form) {

@@ -64,6 +64,10 @@ void Consultation::keyPressEvent(QKeyEvent* event) {
     close();
     return;
   }
+  if (event->key() == Qt::Key_F1) {
+    Q_EMIT helpWanted();
+    return;
+  }
   QDialog::keyPressEvent(event);
 }
 

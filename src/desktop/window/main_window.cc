@@ -60,6 +60,8 @@ MainWindow::~MainWindow() {
   // It tells its end to this window, which must still be whole then.
   delete consultation_;
   qApp->removeEventFilter(this);
+  // Its widgets lose their focus when this is no main window any more.
+  qApp->disconnect(this);
 }
 
 void MainWindow::Run(int command) {
@@ -171,17 +173,25 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   }
 }
 
+// A loop or a dialog at work counts on the directory that is open.
+bool MainWindow::TakesDrops() const {
+  return !busy_.IsBusy() && QApplication::activeModalWidget() == nullptr;
+}
+
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
-  if (event->mimeData()->hasUrls() && !busy_.IsBusy()) event->acceptProposedAction();
+  if (event->mimeData()->hasUrls() && TakesDrops()) event->acceptProposedAction();
 }
 
 // The first file counts. It is opened when the program it was dragged from has got its answer.
 void MainWindow::dropEvent(QDropEvent* event) {
   const QList<QUrl> urls = event->mimeData()->urls();
-  if (urls.isEmpty() || !urls.first().isLocalFile() || busy_.IsBusy()) return;
+  if (urls.isEmpty() || !urls.first().isLocalFile() || !TakesDrops()) return;
   event->acceptProposedAction();
   const std::string path = urls.first().toLocalFile().toStdString();
-  QTimer::singleShot(0, this, [this, path] { logic_.OpenDropped(path); });
+  QTimer::singleShot(0, this, [this, path] {
+    const WaitCursor wait;
+    logic_.OpenDropped(path);
+  });
 }
 
 void MainWindow::EndWindow() {

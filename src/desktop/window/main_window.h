@@ -78,6 +78,7 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   void ConnectForm();
   void FocusMoved(QWidget* to);
   bool HandleKey(QKeyEvent* event);
+  [[nodiscard]] bool TakesDrops() const;
 
   // MainWindowView
   void SetFieldText(int control, const std::string& utf8) override;

@@ -55,6 +55,9 @@ void MainWindow::UndoChange(int control) {
 }
 
 void MainWindow::SetEditLook(bool on) {
+  // Nothing is typed in a form at rest. First, as a field that goes would pass the focus on to the
+  // next one, and the look would come back.
+  if (!on && panel_->isAncestorOf(focusWidget())) FocusList();
   panel_->SetEditLook(on);
 }
 

@@ -57,6 +57,29 @@ TEST_F(LetterTabsTest, AClickSelectsOnceTheEventIsThrough) {
   EXPECT_EQ(selected.count(), 1);
 }
 
+// Or the tab that has lost its place would be chosen again as soon as the window is active again.
+TEST_F(LetterTabsTest, TheFocusOfATabGoesAlongWithASelection) {
+  QSignalSpy selected(tabs_, &LetterTabs::tabSelected);
+  tabs_->Tab(655)->setFocus();
+  tabs_->Select(660, false);
+  EXPECT_TRUE(tabs_->Tab(660)->hasFocus());
+  QWidget above;
+  above.show();
+  above.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&above));
+  tabs_->Select(662, false);
+  window_.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(tabs_->Tab(662)->hasFocus());
+  EXPECT_EQ(tabs_->SelectedId(), 662);
+  EXPECT_EQ(selected.count(), 0);
+  // A focus elsewhere stays there.
+  before_->setFocus();
+  tabs_->Select(655, false);
+  EXPECT_TRUE(before_->hasFocus());
+}
+
 TEST_F(LetterTabsTest, ARefusalKeepsTheFormerTab) {
   int asked = 0;
   tabs_->SetMayLeave([&asked] {

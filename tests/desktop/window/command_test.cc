@@ -1,9 +1,6 @@
 // Deleting, recent directories, ending, and what is alive in each state.
 #include <QApplication>
-#include <QDragEnterEvent>
 #include <QMenuBar>
-#include <QMimeData>
-#include <QUrl>
 #include <csignal>
 #include <span>
 
@@ -36,28 +33,6 @@ class Commands : public WindowTest {
     EXPECT_EQ(Button(1008)->text().toStdString(), LoadText(caption));
     EXPECT_EQ(Button(1008)->accessibleName(), Button(1008)->text());
     EXPECT_EQ(Button(1008)->face(), caption == kCaptionCancel ? Face::kCancelCard : Face::kNewCard);
-  }
-  void Drop(const Texts& paths) {
-    QMimeData data;
-    QList<QUrl> urls;
-    for (const std::string& path : paths) {
-      urls.append(QUrl::fromLocalFile(QString::fromStdString(path)));
-    }
-    data.setUrls(urls);
-    QDragEnterEvent enter(QPoint(9, 9), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window.get(), &enter);
-    EXPECT_TRUE(enter.isAccepted());
-    QDropEvent drop(QPointF(9, 9), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window.get(), &drop);
-    Settle();
-  }
-  [[nodiscard]] Texts RecentTexts() {
-    Texts texts;
-    for (int id = 225; id <= 228; ++id) {
-      auto* action = window->findChild<QAction*>(QString::number(id));
-      if (action != nullptr) texts.push_back(action->data().toString().toStdString());
-    }
-    return texts;
   }
 };
 
@@ -160,17 +135,17 @@ TEST_F(Commands, ADroppedMainFileOpens) {
   Build(home + "AUTRE", {CardWith({{kSte1, "DANS"}})});
   files.Rename(home + "AUTRE.DAN", home + "AUTRE.dan");
   Start();
-  Drop({home + "AUTRE.ADR", home + "AUTRE.dan"});
+  EXPECT_TRUE(Drop({home + "AUTRE.ADR", home + "AUTRE.dan"}));
   EXPECT_EQ(Asked(), Texts{"Carnetel non valide - Choisissez un autre..."});
   EXPECT_EQ(script.shown.back().title_id, 79);
   EXPECT_EQ(Rows().size(), 2u);
   TypeInto(156, "Lyon");
   Answer(MessageButton::kNo);
-  Drop({home + "AUTRE.dan"});
+  EXPECT_TRUE(Drop({home + "AUTRE.dan"}));
   EXPECT_EQ(Asked().size(), 1u);
   EXPECT_EQ(Text(156), "Lyon");
   Answer(MessageButton::kYes);
-  Drop({home + "AUTRE.dan", home + "CARNETEL.DAN"});
+  EXPECT_TRUE(Drop({home + "AUTRE.dan", home + "CARNETEL.DAN"}));
   EXPECT_EQ(Rows(), Texts{"DANS"});
   EXPECT_EQ(session->current_path(), home + "AUTRE");
   EXPECT_EQ(Focus(), 655);
@@ -182,7 +157,7 @@ TEST_F(Commands, ADroppedFileThatIsNoDirectoryLeavesTheFormerOneOpen) {
   const std::string text = "no directory";
   files.SetContents(home + "FAUX.DAN", std::as_bytes(std::span(text)));
   Start();
-  Drop({home + "FAUX.DAN"});
+  EXPECT_TRUE(Drop({home + "FAUX.DAN"}));
   EXPECT_EQ(Asked(), Texts{"Carnetel non valide - Choisissez un autre..."});
   EXPECT_EQ(session->current_path(), DefaultPath());
   EXPECT_EQ(Rows(), (Texts{"ALPHA", "BETA"}));

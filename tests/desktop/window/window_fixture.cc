@@ -1,9 +1,12 @@
 #include "tests/desktop/window/window_fixture.h"
 
 #include <QApplication>
+#include <QDragEnterEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QPushButton>
+#include <QUrl>
 #include <filesystem>
 
 #include "storage/card_dispatch.h"
@@ -80,11 +83,11 @@ void WindowTest::BuildCompanies(int count) {
 }
 
 void WindowTest::Start(const StartupRequest& request, int capacity) {
-  session = std::make_unique<Session>(SessionServices{files, clock, progress, messages, profile},
+  session = std::make_unique<Session>(SessionServices{disk, clock, progress, *boxes, profile},
                                       request, home);
   session->Start();
   bool fell_back = false;
-  ASSERT_TRUE(session->OpenAtStart(&fell_back));
+  ASSERT_EQ(session->OpenAtStart(&fell_back), opens);
   window = std::make_unique<MainWindow>(*session, busy, capacity);
   QObject::connect(window.get(), &MainWindow::ended, [this] { ++ended; });
   window->Start();
@@ -153,6 +156,15 @@ void WindowTest::Choose(int command) {
   FAIL() << "no menu item " << command;
 }
 
+void WindowTest::ChooseByKeys(Qt::Key menu, Qt::Key item) {
+  QTest::keyClick(window.get(), menu, Qt::AltModifier);
+  Settle();
+  QWidget* opened = QApplication::activePopupWidget();
+  ASSERT_NE(opened, nullptr);
+  QTest::keyClick(opened, item);
+  Settle();
+}
+
 std::vector<int> WindowTest::GreyItems() {
   std::vector<int> grey;
   for (QAction* title : window->menuBar()->actions()) {
@@ -166,6 +178,30 @@ std::vector<int> WindowTest::GreyItems() {
   }
   std::ranges::sort(grey);
   return grey;
+}
+
+bool WindowTest::Drop(const std::vector<std::string>& paths) {
+  QMimeData data;
+  QList<QUrl> urls;
+  for (const std::string& path : paths) {
+    urls.append(QUrl::fromLocalFile(QString::fromStdString(path)));
+  }
+  data.setUrls(urls);
+  QDragEnterEvent enter(QPoint(9, 9), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(window.get(), &enter);
+  QDropEvent drop(QPointF(9, 9), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(window.get(), &drop);
+  Settle();
+  return enter.isAccepted() && drop.isAccepted();
+}
+
+std::vector<std::string> WindowTest::RecentTexts() {
+  std::vector<std::string> texts;
+  for (int id = kCommandRecent1; id <= kCommandRecent4; ++id) {
+    const auto* action = window->findChild<QAction*>(QString::number(id));
+    if (action != nullptr) texts.push_back(action->data().toString().toStdString());
+  }
+  return texts;
 }
 
 void WindowTest::Press(int button) {

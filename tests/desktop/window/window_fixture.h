@@ -14,6 +14,7 @@
 #include "desktop/controls/window_messages.h"
 #include "desktop/controls/window_progress.h"
 #include "desktop/window/main_window.h"
+#include "platform/fault_file_system.h"
 #include "platform/memory_file_system.h"
 
 namespace carnetel::desktop {
@@ -46,7 +47,8 @@ class WindowTest : public ::testing::Test {
   void Build(const std::string& stem, const std::vector<CardRecord>& cards);
   // ALPHA, BETA and so on: the first `count` of nine.
   void BuildCompanies(int count);
-  // Session, opening and window, shown and active, as the program does it.
+  // Session, opening and window, shown and active, as the program does it. The opening must come to
+  // what `opens` says.
   void Start(const StartupRequest& request = {}, int capacity = 32767);
   // Ends the run after the window has ended.
   void ExitSession();
@@ -59,8 +61,14 @@ class WindowTest : public ::testing::Test {
   [[nodiscard]] QString Text(int id);
   // Chooses a menu item as the mouse does: its menu opens first. Fails when it is missing or grey.
   void Choose(int command);
+  // Opens a menu with Alt and its letter and chooses an item of it by its own.
+  void ChooseByKeys(Qt::Key menu, Qt::Key item);
   // The menu items that are grey once every menu was opened.
   [[nodiscard]] std::vector<int> GreyItems();
+  // Drops these files on the window; false when it does not take them.
+  bool Drop(const std::vector<std::string>& paths);
+  // The recent directories in the menu, with their numbers.
+  [[nodiscard]] std::vector<std::string> RecentTexts();
   // Clicks a button; fails when it is missing, hidden or off.
   void Press(int button);
   void ClickRow(int row, Qt::KeyboardModifiers keys = Qt::NoModifier);
@@ -100,11 +108,16 @@ class WindowTest : public ::testing::Test {
   std::string home;
   FakeClock clock{1'000'000'000};
   MemoryFileSystem files{clock};
+  // What the program works on: `files` until it is told to fail.
+  FaultFileSystem disk{files};
   UserProfile profile{files, "/profile.ini"};
   BusyState busy;
   StoppedProgress progress{busy};
   MessageScript script;
   WindowMessages messages{&script};
+  // Who shows the boxes of the session; real ones with a WindowMessages without a script.
+  MessageForm* boxes = &messages;
+  bool opens = true;
   std::unique_ptr<Session> session;
   std::unique_ptr<MainWindow> window;
   int ended = 0;
