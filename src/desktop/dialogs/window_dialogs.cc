@@ -18,7 +18,6 @@
 
 namespace carnetel::desktop {
 
-
 WindowDialogs::~WindowDialogs() {
   delete patience_;
 }
@@ -97,8 +96,7 @@ bool WindowDialogs::RunNumber(NumberForm& form) {
 
 void WindowDialogs::ShowAbout() {
   AboutDialog dialog(Owner());
-  const WaitCursorPause arrow;
-  dialog.exec();
+  (void)Run(dialog);
 }
 
 void WindowDialogs::ShowPatience(bool shown) {
