@@ -320,6 +320,23 @@ TEST_F(SessionTest, TellsAFailedOpeningUnlessStrict) {
   EXPECT_EQ(session->directory(), nullptr);
 }
 
+TEST_F(SessionTest, WhatWasOpenComesBackAfterAFailedOpeningAndNothingElse) {
+  MakeFile(home + "bad.DAN");
+  const Shown told_once = {
+      {MessageStyle::kError, 79, "Carnetel non valide - Choisissez un autre..."}};
+  StartSession();
+  session->OpenInPlace(home + "bad");
+  EXPECT_EQ(messages.TakeShown(), told_once);
+  EXPECT_EQ(session->directory(), nullptr);
+  EXPECT_FALSE(memory.Exists(home + "CARNETEL.DAN"));
+  session->OpenInPlace(home + "good");
+  EXPECT_EQ(messages.TakeShown(), Shown());
+  session->OpenInPlace(home + "bad");
+  EXPECT_EQ(messages.TakeShown(), told_once);
+  ASSERT_NE(session->directory(), nullptr);
+  EXPECT_EQ(session->current_path(), home + "good");
+}
+
 TEST_F(SessionTest, TheListRestoresItsRowsUnlessAnOpeningWasToldToFail) {
   MakeFile(home + "bad.DAN");
   StartSession();
