@@ -47,6 +47,11 @@ void FaultFileSystem::TearWrite(int nth, size_t kept_bytes) {
   kept_bytes_ = kept_bytes;
 }
 
+void FaultFileSystem::FailWrite(int nth) {
+  Heal();
+  writes_to_failure_ = nth;
+}
+
 void FaultFileSystem::FillDisk() {
   Heal();
   full_ = true;
@@ -55,6 +60,7 @@ void FaultFileSystem::FillDisk() {
 void FaultFileSystem::Heal() {
   changes_left_.reset();
   whole_writes_left_.reset();
+  writes_to_failure_ = 0;
   full_ = false;
 }
 
@@ -89,6 +95,7 @@ bool FaultFileSystem::Allow() {
 
 size_t FaultFileSystem::AllowWrite(size_t size) {
   if (!Allow()) return 0;
+  if (writes_to_failure_ > 0 && --writes_to_failure_ == 0) return 0;
   if (!whole_writes_left_) return size;
   if (*whole_writes_left_ > 0) {
     --*whole_writes_left_;

@@ -28,6 +28,8 @@ class FaultFileSystem : public FileSystem {
   // The `nth` write (1 is the next) puts only its first `kept_bytes` in the file and fails, or all
   // when it has no more; every changing call after it fails and changes nothing.
   void TearWrite(int nth, size_t kept_bytes);
+  // The `nth` write (1 is the next) fails and changes nothing; all other changing calls work.
+  void FailWrite(int nth);
   // Writes and truncations that would make a file larger fail and change nothing; all others work.
   void FillDisk();
   void Heal();
@@ -62,6 +64,7 @@ class FaultFileSystem : public FileSystem {
   std::optional<int> changes_left_;  // none: no end
   std::optional<int> whole_writes_left_;
   size_t kept_bytes_ = 0;
+  int writes_to_failure_ = 0;  // 0: none fails
   bool full_ = false;
 };
 

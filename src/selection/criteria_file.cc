@@ -20,6 +20,15 @@ OemText WorkingSetName() {
   return OemFromUtf8Lossy(LoadText(kWorkingSetName));
 }
 
+// A header that tells of records too small for their parts is none. Both sizes are signed.
+bool FitsItsParts(ByteView header) {
+  const auto size_at = [header](size_t offset) {
+    return static_cast<int16_t>(LoadLe16(header, offset));
+  };
+  return size_at(kNameSizeOffset) >= static_cast<int>(kCriteriaNameSize) &&
+         size_at(kRowCountOffset) >= static_cast<int>(kCriteriaRowCount);
+}
+
 }  // namespace
 
 CriteriaFile::CriteriaFile(FileSystem& files, std::string path)
@@ -36,6 +45,7 @@ int16_t CriteriaFile::active_set() const {
 
 void CriteriaFile::set_active_set(int16_t number) {
   StoreLe16(header_, kActiveSetOffset, static_cast<uint16_t>(number));
+  active_set_known_ = true;
 }
 
 size_t CriteriaFile::name_size() const {
@@ -55,22 +65,18 @@ std::unique_ptr<File> CriteriaFile::OpenRead() {
   if (file == nullptr) return nullptr;
   std::array<std::byte, kCriteriaHeaderSize> read{};
   if (file->Read(0, read) < read.size()) return nullptr;
-  const auto former = std::exchange(header_, read);
+  if (!FitsItsParts(read)) return nullptr;
+  const int16_t shown = active_set();
+  header_ = read;
   // What the list shows is the user's choice of this run until it is written, or read on purpose.
-  StoreLe16(header_, kActiveSetOffset, LoadLe16(former, kActiveSetOffset));
-  // A header that tells of records too small for their parts is none.
-  const bool fits =
-      name_size() >= kCriteriaNameSize && LoadLe16(header_, kRowCountOffset) >= kCriteriaRowCount;
-  if (fits) return file;
-  header_ = former;
-  return nullptr;
+  if (active_set_known_) set_active_set(shown);
+  active_set_known_ = true;
+  return file;
 }
 
 bool CriteriaFile::ReadCriteriaHeader() {
-  const std::unique_ptr<File> file = OpenRead();
-  if (file == nullptr) return false;
-  (void)file->Read(0, header_);
-  return true;
+  active_set_known_ = false;
+  return OpenRead() != nullptr;
 }
 
 bool CriteriaFile::WriteHeader() {
@@ -131,7 +137,7 @@ bool CriteriaFile::ReplaceCriteriaSet(size_t number, const OemText& name, bool n
 }
 
 bool CriteriaFile::DeleteCriteriaSet(size_t number) {
-  if (!ReadCriteriaHeader()) return false;
+  if (OpenRead() == nullptr) return false;
   return DeleteFixedRecord(files_, path_, kCriteriaHeaderSize, record_size(), number) ==
          RecordDeletion::kDeleted;
 }

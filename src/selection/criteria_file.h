@@ -21,12 +21,13 @@ class CriteriaFile {
   // Of the set in memory.
   [[nodiscard]] const OemText& name() const { return name_; }
 
-  // The entry that the list of sets shows: 0 the working set, else a record. In memory; it reaches
-  // the file by WriteHeader.
+  // The entry that the list of sets shows: 0 the working set, else a record. Once set, or taken
+  // from the file by the first reading, it lives in memory: it reaches the file when the header is
+  // written, and only ReadCriteriaHeader takes that of the file again.
   [[nodiscard]] int16_t active_set() const;
   void set_active_set(int16_t number);
 
-  // Takes header and record size from the file; false when it is too short for one.
+  // Takes header, record size and active set from the file; false when it is too short for one.
   bool ReadCriteriaHeader();
   // Writes the header in memory; nothing when there is no file.
   bool WriteHeader();
@@ -59,6 +60,7 @@ class CriteriaFile {
   FileSystem& files_;
   std::string path_;
   std::array<std::byte, kCriteriaHeaderSize> header_;
+  bool active_set_known_ = false;
   OemText name_;
   CriteriaRows rows_;
 };

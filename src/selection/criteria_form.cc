@@ -40,8 +40,7 @@ TypedCriterion TypedOf(const CriteriaRow& row) {
 
 }  // namespace
 
-CriteriaForm::CriteriaForm(CriteriaFile& criteria, MessageForm& messages,
-                           CriteriaDialogs dialogs)
+CriteriaForm::CriteriaForm(CriteriaFile& criteria, MessageForm& messages, CriteriaDialogs dialogs)
     : criteria_(criteria), messages_(messages), dialogs_(std::move(dialogs)) {
   (void)criteria_.LoadCriteriaSet(0);
 }

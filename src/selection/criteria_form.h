@@ -48,7 +48,7 @@ class CriteriaForm {
   size_t Read(const TypedCriteria& typed);
   [[nodiscard]] size_t row_count() const { return row_count_; }
   // What both buttons that close the dialog do: the valid rows become the working set of the file.
-  // False when there is none (told): the dialog stays.
+  // False, after a message, when there is none: the dialog stays.
   bool Confirm(const TypedCriteria& typed);
   // Saves and loads sets; afterwards the rows in memory may be others.
   void ManageSets(const TypedCriteria& typed);

@@ -12,8 +12,8 @@ uint64_t RowPosition(size_t row) {
   return kGroupHeaderSize + uint64_t{kGroupRowSize} * row;
 }
 
-// The lowest slot that no row has; nothing when all are taken.
-std::optional<uint8_t> FreeSlot(const std::vector<GroupRecord>& rows) {
+// The lowest slot that no row of a group has; nothing when all are taken.
+std::optional<uint8_t> FreeSlot(std::span<const GroupRecord> rows) {
   for (uint8_t slot = kFirstGroupSlot; slot <= kLastGroupSlot; slot += 2) {
     const auto has = [slot](const GroupRecord& row) { return row.slot() == slot; };
     if (std::ranges::none_of(rows, has)) return slot;
@@ -33,14 +33,16 @@ OemText GroupFile::AddressPath() const {
 // Both sides are what the file can hold of a path, so that a long one equals itself.
 bool GroupFile::Belongs(ByteView header) const {
   if (LoadLe16(header, kGroupRowSizeOffset) != kGroupRowSize) return false;
+  if (static_cast<int16_t>(LoadLe16(header, kGroupCountOffset)) < 1) return false;
   const std::string kept = CopyFieldText(header.subspan(kGroupPathOffset), kGroupPathSize);
   const std::string path = AddressPath().bytes().substr(0, kGroupPathSize);
-  return kept.size() == path.size() && CompareKey(kept, path, kGroupPathSize) == 0;
+  return CompareKey(kept, path, kGroupPathSize) == 0;
 }
 
 bool GroupFile::Check() {
   FileSystem& files = directory_.files();
-  std::array<std::byte, kGroupHeaderSize> header{};
+  // With row 0: without it no group could ever be made.
+  std::array<std::byte, kGroupHeaderSize + kGroupRowSize> header{};
   {
     const std::unique_ptr<File> file = files.Open(path_, OpenMode::kRead);
     const bool whole = file != nullptr && file->Read(0, header) == header.size();
@@ -99,8 +101,9 @@ bool GroupFile::WriteCount(size_t count) {
 bool GroupFile::CreateGroup(const Description& description, const AnsiText& set_name,
                             size_t displayed) {
   const std::vector<GroupRecord> rows = Rows();
-  const std::optional<uint8_t> slot = FreeSlot(rows);
-  if (rows.empty() || !slot) return false;
+  if (rows.empty()) return false;
+  const std::optional<uint8_t> slot = FreeSlot(std::span(rows).subspan(1));
+  if (!slot) return false;
   GroupRecord record = rows[std::min(displayed, rows.size() - 1)];
   record.set_name(description.name);
   record.set_mode(description.mode);
@@ -146,9 +149,10 @@ bool GroupFile::DeleteGroup(size_t row) {
   if (row == 0 || row >= rows.size() || !WriteCount(rows.size() - 1)) return false;
   const RecordDeletion deletion =
       DeleteFixedRecord(directory_.files(), path_, RowPosition(1), kGroupRowSize, row - 1);
-  if (deletion != RecordDeletion::kDeleted) return false;
+  if (deletion == RecordDeletion::kNotOpened) return false;
+  // A write that failed has cut the row off, and those behind it.
   if (rows[row].HasSlot()) ApplyGroupBits(directory_, rows[row].slot(), GroupOperation::kDelete);
-  return true;
+  return deletion == RecordDeletion::kDeleted;
 }
 
 }  // namespace carnetel

@@ -30,11 +30,16 @@ GroupsForm::GroupsForm(Directory& directory, MessageForm& messages, AskGroup ask
       ask_group_(std::move(ask_group)),
       place_(std::move(place)) {
   (void)file_.Check();
+  ListGroups();
+  if (!groups_.empty()) selected_ = 0;
+}
+
+void GroupsForm::ListGroups() {
+  groups_.clear();
   const std::vector<GroupRecord> rows = file_.Rows();
   for (size_t row = 1; row < rows.size(); ++row) {
     groups_.push_back({Utf8FromOem(rows[row].name()), rows[row].mode()});
   }
-  if (!groups_.empty()) selected_ = 0;
 }
 
 bool GroupsForm::HasSelection() const {
@@ -65,7 +70,7 @@ GroupsForm::Outcome GroupsForm::Create() {
     return Outcome::kStays;
   }
   if (TellNoMarks()) return Outcome::kStays;
-  const std::optional<GroupDescription> group = ask_group_({});
+  const std::optional<GroupDescription> group = Ask({});
   if (!group) return Outcome::kStays;
   if (!file_.CreateGroup(ForFile(*group), place_.set_name, place_.displayed)) {
     return Outcome::kStays;
@@ -75,8 +80,15 @@ GroupsForm::Outcome GroupsForm::Create() {
   return Outcome::kStays;
 }
 
+// An emptied name counts as none: no group has an empty one.
+std::optional<GroupDescription> GroupsForm::Ask(const GroupDescription& offered) {
+  std::optional<GroupDescription> group = ask_group_(offered);
+  if (group && group->name.empty()) group.reset();
+  return group;
+}
+
 std::optional<GroupDescription> GroupsForm::AskAboutSelected() {
-  return ask_group_(groups_[static_cast<size_t>(selected_)]);
+  return Ask(groups_[static_cast<size_t>(selected_)]);
 }
 
 GroupsForm::Outcome GroupsForm::Replace() {
@@ -111,8 +123,13 @@ GroupsForm::Outcome GroupsForm::Delete() {
   const MessageButton answer =
       messages_.ShowMessage(MessageStyle::kOkCancel, kAttention, kToBeDeleted,
                             groups_[static_cast<size_t>(selected_)].name);
-  if (answer != MessageButton::kOk || !file_.DeleteGroup(SelectedRow())) return Outcome::kStays;
-  groups_.erase(groups_.begin() + selected_);
+  if (answer != MessageButton::kOk) return Outcome::kStays;
+  if (file_.DeleteGroup(SelectedRow())) {
+    groups_.erase(groups_.begin() + selected_);
+  } else {
+    // One that failed half-way may have cut off others too.
+    ListGroups();
+  }
   selected_ = std::min(selected_, static_cast<int>(groups_.size()) - 1);
   return Outcome::kStays;
 }

@@ -19,7 +19,7 @@ struct GroupDescription {
 
   friend bool operator==(const GroupDescription&, const GroupDescription&) = default;
 };
-// Asks for them, offering some; nothing when the user leaves or empties the name.
+// Asks for them, offering some; nothing, or an empty name, when the user leaves or empties it.
 using AskGroup = std::function<std::optional<GroupDescription>(const GroupDescription& offered)>;
 
 class GroupsForm {
@@ -54,8 +54,10 @@ class GroupsForm {
   Outcome Delete();
 
  private:
+  void ListGroups();
   [[nodiscard]] bool HasSelection() const;
   [[nodiscard]] bool TellNoMarks();
+  [[nodiscard]] std::optional<GroupDescription> Ask(const GroupDescription& offered);
   // Asks on the selected group's name and mode.
   [[nodiscard]] std::optional<GroupDescription> AskAboutSelected();
   [[nodiscard]] size_t SelectedRow() const { return static_cast<size_t>(selected_) + 1; }

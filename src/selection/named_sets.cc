@@ -35,6 +35,13 @@ NamedSetsForm::Buttons NamedSetsForm::EnabledButtons() const {
   return {may_load, content, any && content, any, any};
 }
 
+// An emptied name counts as none: no set has an empty one.
+std::optional<std::string> NamedSetsForm::Ask(const std::string& offered) {
+  std::optional<std::string> name = ask_name_(offered);
+  if (name && name->empty()) name.reset();
+  return name;
+}
+
 bool NamedSetsForm::TellNothingToStore() {
   if (store_.HasContent()) return false;
   messages_.ShowMessage(MessageStyle::kError, kError, kNothingToStore);
@@ -53,7 +60,11 @@ NamedSetsForm::Outcome NamedSetsForm::Load() {
 
 NamedSetsForm::Outcome NamedSetsForm::Add() {
   if (TellNothingToStore()) return Outcome::kStays;
+<<<<<<< HEAD
   const std::optional<std::string> name = ask_name_(store_.NameForNew());
+=======
+  const std::optional<std::string> name = Ask("");
+>>>>>>> wt-sel
   if (!name || !store_.Add(*name)) return Outcome::kStays;
   names_.push_back(*name);
   selected_ = static_cast<int>(names_.size()) - 1;
@@ -62,7 +73,7 @@ NamedSetsForm::Outcome NamedSetsForm::Add() {
 
 NamedSetsForm::Outcome NamedSetsForm::ChangeSelected(bool rename) {
   if (!HasSelection()) return Outcome::kBeeps;
-  const std::optional<std::string> name = ask_name_(SelectedName());
+  const std::optional<std::string> name = Ask(SelectedName());
   if (!name) return Outcome::kStays;
   const auto position = static_cast<size_t>(selected_);
   const bool done = rename ? store_.Rename(position, *name) : store_.Replace(position, *name);
@@ -83,8 +94,12 @@ NamedSetsForm::Outcome NamedSetsForm::Delete() {
   const MessageButton answer =
       messages_.ShowMessage(MessageStyle::kOkCancel, kAttention, kToBeDeleted, SelectedName());
   if (answer != MessageButton::kOk) return Outcome::kStays;
-  if (!store_.Delete(static_cast<size_t>(selected_))) return Outcome::kStays;
-  names_.erase(names_.begin() + selected_);
+  if (store_.Delete(static_cast<size_t>(selected_))) {
+    names_.erase(names_.begin() + selected_);
+  } else {
+    // One that failed half-way may have cut off others too.
+    names_ = store_.Names();
+  }
   const int last = static_cast<int>(names_.size()) - 1;
   // An empty list has no selection; until then the same place, or the last one.
   selected_ = std::min(store_.DeletionSelectsFirst() ? 0 : selected_, last);

@@ -34,7 +34,8 @@ class SetStore {
   [[nodiscard]] virtual bool DeletionSelectsFirst() const { return false; }
 };
 
-// Asks for a name, offering one; nothing when the user leaves or empties it.
+// Asks for a name, offering one; nothing, or an empty one, when the user leaves or
+// empties it.
 using AskName = std::function<std::optional<std::string>(const std::string& offered)>;
 
 class NamedSetsForm {
@@ -70,6 +71,7 @@ class NamedSetsForm {
  private:
   [[nodiscard]] bool HasSelection() const;
   [[nodiscard]] std::string SelectedName() const;
+  [[nodiscard]] std::optional<std::string> Ask(const std::string& offered);
   bool TellNothingToStore();
   Outcome ChangeSelected(bool rename);
 

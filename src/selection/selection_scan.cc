@@ -60,12 +60,13 @@ unsigned char NarrowingLetter(const CriteriaRows& rows) {
   return static_cast<signed char>(first) > 'Z' ? FoldByte(first) : first;
 }
 
+bool HasRow(unsigned char letter) {
+  return LetterTable::LetterRow(letter) >= 0;
+}
+
 // Where the entries of a letter start; `otherwise` for a letter without a row.
-int64_t LetterStart(const AddressFile& address, int letter, int64_t otherwise) {
-  if (letter > 0xFF || LetterTable::LetterRow(static_cast<unsigned char>(letter)) < 0) {
-    return otherwise;
-  }
-  return address.letters().Start(static_cast<unsigned char>(letter));
+int64_t LetterStart(const AddressFile& address, unsigned char letter, int64_t otherwise) {
+  return HasRow(letter) ? int64_t{address.letters().Start(letter)} : otherwise;
 }
 
 void Count(Directory& directory, const EntrySlot& before) {
@@ -101,9 +102,11 @@ ScanRange NarrowedRange(const AddressFile& address, const CriteriaRows& rows) {
   const char comparator = rows.ComparatorOf(0);
   const bool narrows = rows.FieldCode(0) == kSte1 + 1 && comparator >= '0' && comparator <= '5';
   if (PassesAll(rows) || !narrows) return whole;
-  const int letter = NarrowingLetter(rows);
+  const unsigned char letter = NarrowingLetter(rows);
+  const auto next = static_cast<unsigned char>(letter + 1);
   const int64_t at = LetterStart(address, letter, kFirstEntry);
-  const int64_t behind = LetterStart(address, letter + 1, total_end);
+  // A letter without a row ends with the file, that in front of '0' too; so does 'Z'.
+  const int64_t behind = HasRow(letter) ? LetterStart(address, next, total_end) : total_end;
   const int64_t first = LetterStart(address, '0', kFirstEntry);
   switch (static_cast<Comparator>(comparator)) {
     case Comparator::kEqual:
@@ -129,7 +132,9 @@ uint32_t ScanAddressFile(Directory& directory, const CriteriaRows& rows, bool ad
   AddressFile& address = directory.address();
   const ScanRange range = NarrowedRange(address, rows);
   const uint32_t first = EntryRow(static_cast<uint32_t>(range.start));
-  const uint32_t end = std::max(first, EntryRow(static_cast<uint32_t>(range.end)));
+  const uint32_t range_end =
+      std::min(EntryRow(static_cast<uint32_t>(range.end)), address.entry_count());
+  const uint32_t end = std::max(first, range_end);
   PassedCards cards(directory, rows);
   for (uint32_t row = first; row < end; ++row) cards.Want(address.CardOffsetAt(row));
   cards.Test();
@@ -153,7 +158,10 @@ void ScanGroupMembers(Directory& directory, const CriteriaRows& rows, bool add,
   StartScan(directory, add);
   AddressFile& address = directory.address();
   uint32_t end = 0;
-  while (end < address.entry_count() && address.CardOffsetAt(end) != 0) ++end;
+  const auto is_card = [&address](uint32_t row) {
+    return static_cast<int32_t>(address.CardOffsetAt(row)) > 0;
+  };
+  while (end < address.entry_count() && is_card(end)) ++end;
   PassedCards cards(directory, rows);
   for (uint32_t row = 0; row < end; ++row) {
     if (address.Entry(row).bit(directory.group_bit())) cards.Want(address.CardOffsetAt(row));

@@ -102,6 +102,16 @@ TEST_F(FaultFileSystemTest, ATornWriteMayLeaveNothing) {
   EXPECT_EQ(Text("/a"), "0123456789");
 }
 
+TEST_F(FaultFileSystemTest, OneWriteCanFailAlone) {
+  files_.FailWrite(2);
+  EXPECT_TRUE(file_->Write(0, AsBytes("AB")));
+  EXPECT_TRUE(file_->Truncate(8));
+  EXPECT_FALSE(file_->Write(2, AsBytes("CD")));
+  EXPECT_TRUE(file_->write_failed());
+  EXPECT_TRUE(file_->Write(4, AsBytes("EF")));
+  EXPECT_EQ(Text("/a"), "AB23EF67");
+}
+
 TEST_F(FaultFileSystemTest, AFullDiskRefusesGrowthAlone) {
   files_.FillDisk();
   EXPECT_TRUE(file_->Write(8, AsBytes("XY")));

@@ -1,6 +1,5 @@
 // What the tests of the stores share: a directory in memory with a clock that stands still, cards
-// made in one line, key index files composed by hand, and a comparison of whole files that shows
-// where they differ.
+// made in one line, and key index files composed by hand.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -18,16 +17,9 @@
 #include "storage/card_dispatch.h"
 #include "storage/directory.h"
 #include "storage/index_format.h"
+#include "tests/support/same_bytes.h"
 
 namespace carnetel {
-
-using FileBytes = std::vector<std::byte>;
-
-// Bytes as text: "00" pairs with a blank between.
-std::string Hex(ByteView bytes);
-
-// Whether two files are equal; the failure shows the first rows of 16 bytes that differ.
-::testing::AssertionResult SameBytes(ByteView expected, ByteView actual);
 
 // A card with these fields and zeros; texts are OEM bytes.
 CardRecord MakeCard(std::string_view ste1, std::string_view nom = {});

@@ -6,6 +6,7 @@
 
 #include "shell/directory_chooser.h"
 #include "tests/desktop/dialogs/file_chooser_fixture.h"
+#include "tests/shell/fake_dialogs.h"
 
 namespace carnetel::desktop {
 namespace {
@@ -171,7 +172,7 @@ TEST_F(FileChooserWalk, ItCanBeMadeLarger) {
 
 // ---- as part of the whole ----
 
-class DialogOfTest : public DialogHost {
+class DialogOfTest : public FakeDialogs {
  public:
   std::function<void(FileChooserDialog&)> user;
 
@@ -180,14 +181,6 @@ class DialogOfTest : public DialogHost {
     QTimer::singleShot(0, [this, &dialog] { user(dialog); });
     return dialog.exec() == QDialog::Accepted;
   }
-  bool RunDescription(DescriptionForm& /*form*/) override { return false; }
-  bool RunPreferences(PreferencesForm& /*form*/) override { return false; }
-  InvalidFileEnd RunInvalidFile(InvalidFileForm& /*form*/) override {
-    return InvalidFileEnd::kClosed;
-  }
-  void ShowAbout() override {}
-  void ShowPatience(bool /*shown*/) override {}
-  void ShowHelp(int /*topic*/) override {}
 };
 
 TEST_F(FileChooserEnds, CreatesOpensAndDestroysByKeysAlone) {
