@@ -60,11 +60,7 @@ NamedSetsForm::Outcome NamedSetsForm::Load() {
 
 NamedSetsForm::Outcome NamedSetsForm::Add() {
   if (TellNothingToStore()) return Outcome::kStays;
-<<<<<<< HEAD
-  const std::optional<std::string> name = ask_name_(store_.NameForNew());
-=======
-  const std::optional<std::string> name = Ask("");
->>>>>>> wt-sel
+  const std::optional<std::string> name = Ask(store_.NameForNew());
   if (!name || !store_.Add(*name)) return Outcome::kStays;
   names_.push_back(*name);
   selected_ = static_cast<int>(names_.size()) - 1;
