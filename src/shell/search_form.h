@@ -39,6 +39,8 @@ class SearchForm {
  public:
   SearchForm(Directory& directory, CardList& list, MessageForm& messages);
 
+  // The field that must begin with its example; in any other one it fits anywhere.
+  [[nodiscard]] int key_field() const { return directory_.key_field(); }
   // The user changed a field.
   void FieldsChanged(const FormTexts& texts);
   [[nodiscard]] bool may_search() const { return filled_ != 0 && !found_any_; }

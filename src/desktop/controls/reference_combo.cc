@@ -6,7 +6,10 @@
 namespace carnetel::desktop {
 
 ReferenceCombo::ReferenceCombo(int id, int limit, QWidget* parent)
-    : QComboBox(parent), edit_(new FilteredEdit(id, {}, limit)) {
+    : ReferenceCombo(id, new FilteredEdit(id, {}, limit), parent) {}
+
+ReferenceCombo::ReferenceCombo(int id, FilteredEdit* edit, QWidget* parent)
+    : QComboBox(parent), edit_(edit) {
   setObjectName(QString::number(id));
   edit_->setObjectName(QStringLiteral("edit"));
   setEditable(true);

@@ -15,6 +15,8 @@ class ReferenceCombo : public QComboBox {
  public:
   // `id` becomes the object name; `limit` is the number of bytes that can be typed into a row.
   ReferenceCombo(int id, int limit, QWidget* parent = nullptr);
+  // With an edit line of another kind, which the combo takes.
+  ReferenceCombo(int id, FilteredEdit* edit, QWidget* parent = nullptr);
 
   // Shows these rows with the first one picked; no signal.
   void SetTexts(const QStringList& texts);

@@ -6,6 +6,8 @@
 
 #include "base/string_table.h"
 #include "desktop/controls/focus_reason.h"
+#include "desktop/controls/match_notes_edit.h"
+#include "desktop/controls/match_reference_combo.h"
 #include "desktop/controls/nice_frame.h"
 #include "desktop/controls/panel_colours.h"
 
@@ -25,6 +27,7 @@ constexpr int kLabelNotes = 2007;
 constexpr int kLabelAddress = 2006;
 constexpr int kLabelCode = 2008;
 constexpr int kLabelTitle = 2012;
+constexpr int kLabelFirstName = 2013;
 constexpr int kPanelCompany = 2003;
 constexpr int kPanelPerson = 2004;
 
@@ -48,7 +51,7 @@ int FieldOf(int control) {
 
 CardPanel::CardPanel(Kind kind, QWidget* parent) : QWidget(parent), kind_(kind) {
   Build();
-  SetEditLook(false);
+  SetEditLook(kind == Kind::kSearch);
 }
 
 void CardPanel::Build() {
@@ -66,16 +69,17 @@ void CardPanel::Build() {
 
 // Both panels and every page of theirs share one grid line between labels and fields.
 void CardPanel::AlignFirstColumn() {
-  constexpr std::array<int, 10> kFirstColumn = {
-      kLabelCompany, kLabelAddress, kLabelCode, kLabelTitle, kLabelComposed,
+  const int person = kind_ == Kind::kSearch ? kLabelFirstName : kLabelTitle;
+  const std::array<int, 10> first_column = {
+      kLabelCompany, kLabelAddress, kLabelCode, person,      kLabelComposed,
       2158,          2160,          2162,       kLabelNotes, kLabelReferences};
   int width = 0;
-  for (const int label : kFirstColumn) {
+  for (const int label : first_column) {
     if (labels_.contains(label)) width = std::max(width, labels_[label]->sizeHint().width());
   }
   // Room for the bold label of the field that names cards.
   width += fontMetrics().averageCharWidth() * 2;
-  for (const int label : kFirstColumn) {
+  for (const int label : first_column) {
     if (labels_.contains(label)) labels_[label]->setFixedWidth(width);
   }
 }
@@ -91,21 +95,35 @@ QLabel* CardPanel::AddLabel(int id, const QString& text, QWidget* buddy) {
 }
 
 void CardPanel::WatchEdit(FilteredEdit* edit, int control) {
-  connect(edit, &QLineEdit::textEdited, this, [this, control] { Q_EMIT fieldEdited(control, 0); });
+  connect(edit, &QLineEdit::textEdited, this, [this, control] {
+    // The line of the references belongs to whichever of them is picked.
+    Q_EMIT fieldEdited(control, control == kControlReferences ? references_->currentIndex() : 0);
+  });
   connect(edit, &QLineEdit::returnPressed, this, &CardPanel::confirmed);
   connect(edit, &FilteredEdit::focusEntered, this, [this, control](Qt::FocusReason reason) {
     if (IsUserFocusChange(reason)) Q_EMIT fieldEntered(control);
   });
 }
 
+void CardPanel::WatchNotes() {
+  connect(notes_, &FilteredNotesEdit::textEdited, this,
+          [this] { Q_EMIT fieldEdited(kControlNotes, 0); });
+  connect(notes_, &FilteredNotesEdit::returnPressed, this, &CardPanel::confirmed);
+  connect(notes_, &FilteredNotesEdit::focusEntered, this, [this](Qt::FocusReason reason) {
+    if (IsUserFocusChange(reason)) Q_EMIT fieldEntered(kControlNotes);
+  });
+}
+
 FilteredEdit* CardPanel::AddEdit(int control, const QString& name, int shown_characters) {
   const int field = FieldOf(control);
-  auto* edit = new FilteredEdit(control, RuleOf(field), kFieldTable[field].size);
+  const int size = kFieldTable[field].size;
+  FilteredEdit* edit = kind_ == Kind::kSearch ? new MatchEdit(control, RuleOf(field), size)
+                                              : new FilteredEdit(control, RuleOf(field), size);
   edit->setAccessibleName(name);
-  edit->setReadOnly(kind_ == Kind::kConsultation);
+  edit->setReadOnly(!IsEditable());
   edit->setMinimumWidth(edit->fontMetrics().averageCharWidth() * shown_characters + 12);
   edits_[control] = edit;
-  if (kind_ == Kind::kMain) WatchEdit(edit, control);
+  if (IsEditable()) WatchEdit(edit, control);
   return edit;
 }
 
@@ -129,7 +147,7 @@ QWidget* CardPanel::BuildCompany() {
   add(1, 0, QStringLiteral("Société, suite"), 151);
   add(2, kLabelAddress, QStringLiteral("Adresse"), 152);
   add(3, 0, QStringLiteral("Adresse, suite"), 153);
-  auto* code = AddEdit(155, QStringLiteral("Code postal"), 10);
+  auto* code = AddEdit(155, QStringLiteral("Code postal"), kind_ == Kind::kSearch ? 16 : 10);
   auto* town = AddEdit(156, QStringLiteral("Ville"), 20);
   auto* country = AddEdit(157, QStringLiteral("Pays"), 14);
   grid->addWidget(AddLabel(kLabelCode, QStringLiteral("CP"), code), 4, 0);
@@ -150,9 +168,9 @@ QWidget* CardPanel::BuildPersonLine() {
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(6);
   constexpr std::array<int, 3> kTitles = {117, 118, 119};
-  constexpr std::array<int, 3> kLabels = {kLabelTitle, 2013, kLabelPerson};
+  constexpr std::array<int, 3> kLabels = {kLabelTitle, kLabelFirstName, kLabelPerson};
   constexpr std::array<int, 3> kWidths = {8, 14, 18};
-  for (size_t i = 0; i < kTitles.size(); ++i) {
+  for (size_t i = kind_ == Kind::kSearch ? 1 : 0; i < kTitles.size(); ++i) {
     const QString text = Text(kTitles[i]);
     auto* edit = AddEdit(kControlQualite + static_cast<int>(i), text, kWidths[i]);
     row->addWidget(AddLabel(kLabels[i], kind_ == Kind::kMain ? '&' + text : text, edit));
@@ -174,13 +192,29 @@ QWidget* CardPanel::BuildPersonLine() {
   return person_;
 }
 
-QWidget* CardPanel::BuildZone() {
-  references_ = new ReferenceCombo(kControlReferences, kReferenceTyped);
+void CardPanel::BuildReferences() {
+  references_ = kind_ == Kind::kSearch
+                    ? new MatchReferenceCombo(kControlReferences, kReferenceTyped)
+                    : new ReferenceCombo(kControlReferences, kReferenceTyped);
   references_->setAccessibleName(QStringLiteral("Références"));
-  notes_ = new FilteredNotesEdit(kControlNotes, kFieldTable[kNotes].size);
+  references_->edit()->setAccessibleName(references_->accessibleName());
+  references_->edit()->setReadOnly(!IsEditable());
+  if (IsEditable()) WatchEdit(references_->edit(), kControlReferences);
+}
+
+void CardPanel::BuildNotes() {
+  const int size = kFieldTable[kNotes].size;
+  notes_ = kind_ == Kind::kSearch ? new MatchNotesEdit(kControlNotes, size)
+                                  : new FilteredNotesEdit(kControlNotes, size);
   notes_->setAccessibleName(QStringLiteral("Notes"));
   notes_->setFixedHeight(notes_->fontMetrics().lineSpacing() * kNotesLines + 12);
-  notes_->setEnabled(kind_ == Kind::kMain);
+  notes_->setEnabled(IsEditable());
+  if (IsEditable()) WatchNotes();
+}
+
+QWidget* CardPanel::BuildZone() {
+  BuildReferences();
+  BuildNotes();
   // One at a time where there is a choice, else one below the other.
   auto* both = new QWidget;
   auto* rows = new QVBoxLayout(both);
@@ -197,7 +231,7 @@ QWidget* CardPanel::BuildZone() {
     row->setSpacing(6);
     row->addWidget(AddLabel(label, text, control));
     row->addWidget(control, 1);
-    row->addWidget(AddButtonPlace(button), 0, Qt::AlignTop);
+    if (kind_ == Kind::kMain) row->addWidget(AddButtonPlace(button), 0, Qt::AlignTop);
     column->addLayout(row);
     column->addStretch();
     if (zone_ != nullptr) {
@@ -225,7 +259,7 @@ QWidget* CardPanel::BuildPerson() {
     auto* edit = AddEdit(control, text, 18);
     grid->addWidget(AddLabel(control + 2000, text, edit), row, column);
     grid->addWidget(edit, row, column + 1);
-    grid->addWidget(AddButtonPlace(button), row, column + 2);
+    if (kind_ == Kind::kMain) grid->addWidget(AddButtonPlace(button), row, column + 2);
   };
   add(0, 0, QStringLiteral("Tél. 1"), 158, kButtonVoice);
   add(0, 3, QStringLiteral("Tél. 2"), 159, kButtonIsdn);
@@ -236,20 +270,6 @@ QWidget* CardPanel::BuildPerson() {
   grid->setColumnStretch(4, 1);
   layout->addLayout(grid);
   layout->addWidget(BuildZone());
-  if (kind_ == Kind::kConsultation) {
-    references_->edit()->setReadOnly(true);
-    return panel;
-  }
-  WatchEdit(references_->edit(), kControlReferences);
-  disconnect(references_->edit(), &QLineEdit::textEdited, this, nullptr);
-  connect(references_->edit(), &QLineEdit::textEdited, this,
-          [this] { Q_EMIT fieldEdited(kControlReferences, references_->currentIndex()); });
-  connect(notes_, &FilteredNotesEdit::textEdited, this,
-          [this] { Q_EMIT fieldEdited(kControlNotes, 0); });
-  connect(notes_, &FilteredNotesEdit::returnPressed, this, &CardPanel::confirmed);
-  connect(notes_, &FilteredNotesEdit::focusEntered, this, [this](Qt::FocusReason reason) {
-    if (IsUserFocusChange(reason)) Q_EMIT fieldEntered(kControlNotes);
-  });
   return panel;
 }
 
@@ -303,6 +323,16 @@ void CardPanel::SetReferences(const QStringList& texts) {
 
 QStringList CardPanel::References() const {
   return references_->Texts();
+}
+
+void CardPanel::SetMatches(int control, const QList<TextRun>& matches) {
+  if (auto* notes = qobject_cast<MatchNotesEdit*>(Control(control))) notes->SetMatches(matches);
+  if (auto* edit = qobject_cast<MatchEdit*>(Control(control))) edit->SetMatches(matches);
+}
+
+void CardPanel::SetReferenceMatches(const QList<QList<TextRun>>& matches) {
+  auto* references = qobject_cast<MatchReferenceCombo*>(references_);
+  if (references != nullptr) references->SetMatches(matches);
 }
 
 void CardPanel::UndoChange(int control) {

@@ -9,8 +9,8 @@
 #include <QStringList>
 #include <QWidget>
 
-#include "desktop/controls/filtered_edit.h"
 #include "desktop/controls/filtered_notes_edit.h"
+#include "desktop/controls/match_edit.h"
 #include "desktop/controls/panel_colours.h"
 #include "desktop/controls/reference_combo.h"
 #include "shell/card_form.h"
@@ -24,6 +24,7 @@ class CardPanel : public QWidget {
   enum class Kind {
     kMain,          // viewer and editor: one line for the person at rest, one zone at a time
     kConsultation,  // read-only, everything at once
+    kSearch,        // to be filled in, everything at once, without the person's title
   };
 
   explicit CardPanel(Kind kind, QWidget* parent = nullptr);
@@ -32,6 +33,11 @@ class CardPanel : public QWidget {
   [[nodiscard]] QString FieldText(int control) const;
   void SetReferences(const QStringList& texts);
   [[nodiscard]] QStringList References() const;
+  // In a search: the pieces of a field's text, as it was set, to show as those that fitted. A line
+  // break in the notes is one character.
+  void SetMatches(int control, const QList<TextRun>& matches);
+  // The same for the references, one list a row.
+  void SetReferenceMatches(const QList<QList<TextRun>>& matches);
 
   // Takes the last change of a field back and forgets what could be undone.
   void UndoChange(int control);
@@ -60,10 +66,14 @@ class CardPanel : public QWidget {
   QWidget* BuildPerson();
   QWidget* BuildPersonLine();
   QWidget* BuildZone();
+  void BuildReferences();
+  void BuildNotes();
   QWidget* AddButtonPlace(int button);
   FilteredEdit* AddEdit(int control, const QString& name, int shown_characters);
   QLabel* AddLabel(int id, const QString& text, QWidget* buddy = nullptr);
   void WatchEdit(FilteredEdit* edit, int control);
+  void WatchNotes();
+  [[nodiscard]] bool IsEditable() const { return kind_ != Kind::kConsultation; }
   void AlignFirstColumn();
   void ShowSiblingPlaces(bool show);
   void RegisterColours();
