@@ -40,7 +40,7 @@ TEST_F(TransferWindow, AnImportAddsItsCardsAndShowsThem) {
   SetText(home + "liste.csv", "M;Jean;DURAND;GAMMA;;;;75001;NICE\r\nMme;Anne;PETIT;ZETA\r\n");
   Start();
   list().SetCurrentRow(1);
-  dialogs.replace = false;
+  dialogs.replaces.emplace_back(false);
   WillTransfer(home + "liste.csv", TransferFileType::kDelimited);
   view.Run(kButtonImport);
   EXPECT_EQ(outcomes, Outcomes{kFinished});
@@ -53,7 +53,7 @@ TEST_F(TransferWindow, AnImportAddsItsCardsAndShowsThem) {
 TEST_F(TransferWindow, AnImportCanReplaceAllCards) {
   SetText(home + "liste.csv", "M;Jean;DURAND;GAMMA\r\n");
   Start();
-  dialogs.replace = true;
+  dialogs.replaces.emplace_back(true);
   WillTransfer(home + "liste.csv", TransferFileType::kDelimited);
   view.Run(kCommandImport);
   EXPECT_EQ(Rows(), std::vector<std::string>{"GAMMA "});
@@ -97,7 +97,7 @@ TEST_F(TransferWindow, EveryTypeGoesOutAndComesBack) {
     };
     dialogs.transfer = run;
     view.Run(kCommandExport);
-    dialogs.replace = true;
+    dialogs.replaces.emplace_back(true);
     view.Run(kCommandImport);
     EXPECT_EQ(outcomes, (Outcomes{kFinished, kFinished})) << name;
     EXPECT_EQ(Rows(), (std::vector<std::string>{"ALPHA ", "BETA "})) << name;
@@ -150,7 +150,7 @@ TEST_F(TransferWindow, AnotherDirectoryCanBeTheDestinationOfAnImport) {
   Build(home + "AUTRE", {CardWith({{kSte1, "X"}})});
   SetText(home + "liste.csv", ";;;GAMMA\r\n");
   Start();
-  dialogs.replace = false;
+  dialogs.replaces.emplace_back(false);
   dialogs.file_picker = [](FilePicker& picker) {
     picker.SetName("AUTRE.DAN");
     return picker.Accept() == PickerAnswer::kAccepted;
