@@ -24,16 +24,6 @@ void AppendSeparator(std::string_view separator, std::string& text) {
   }
 }
 
-std::string_view TextOf(const CardRecord& card, int field) {
-  const std::string_view area = AsChars(card.FieldBytes(field));
-  return area.substr(0, area.find('\0'));
-}
-
-// The long postal code, or the short one that cards had in earlier days.
-int WrittenField(const CardRecord& card, int field) {
-  return field == kPostalCode && card.FieldEmpty(field) ? kShortPostalCode : field;
-}
-
 // The rank of field 0 is left out on purpose: a company whose rank lies behind all others is not
 // written. Ranks of fields that never take part count.
 int16_t HighestRank(const TransferProfile& profile) {
@@ -109,7 +99,7 @@ void DelimitedLine::Append(const CardRecord& card, std::string& text) const {
 void DelimitedLine::AppendField(const CardRecord& card, int field, bool last,
                                 std::string& text) const {
   if (quoted_) text += kQuote;
-  text += TextOf(card, WrittenField(card, field));
+  text += WrittenText(card, field);
   // The zero byte stands behind the last text too.
   if (!last || IsWrittenAsZero(field_separator_)) {
     AppendSeparator(field_separator_, text);

@@ -23,6 +23,10 @@ enum class TransferFileType : int16_t {
   kDbase4 = 4,
 };
 
+[[nodiscard]] constexpr bool IsDbase(TransferFileType type) {
+  return type == TransferFileType::kDbase3 || type == TransferFileType::kDbase4;
+}
+
 // Of the foreign file, in the order of the form's list. Cards are OEM text. Never stored.
 enum class CharacterSet { kOem = 0, kAnsi = 1 };
 
