@@ -37,6 +37,7 @@ class FixedLayoutForm {
  public:
   FixedLayoutForm(ParameterFile& parameters, MessageForm& messages, TransferDirection direction);
 
+  [[nodiscard]] TransferDirection direction() const { return direction_; }
   [[nodiscard]] std::string_view title() const { return StructureTitle(direction_); }
   // What the messages call a line; that of the references goes by the one it shows.
   [[nodiscard]] std::string_view label(int line) const { return StructureLabel(FieldOf(line)); }

@@ -31,6 +31,7 @@ class RankForm {
 
   RankForm(ParameterFile& parameters, MessageForm& messages, TransferDirection direction);
 
+  [[nodiscard]] TransferDirection direction() const { return direction_; }
   [[nodiscard]] std::string_view title() const { return StructureTitle(direction_); }
   // What a line is called, one of kStructureLines; that of the references by the one it shows.
   [[nodiscard]] std::string_view label(int line) const { return StructureLabel(FieldOf(line)); }
