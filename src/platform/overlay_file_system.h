@@ -29,7 +29,9 @@ class OverlayFileSystem : public FileSystem {
 
  private:
   // Whether the file at a canonical path is what memory has of it, be it nothing.
-  [[nodiscard]] bool IsOurs(const std::string& canonical) const { return ours_.contains(canonical); }
+  [[nodiscard]] bool IsOurs(const std::string& canonical) const {
+    return ours_.contains(canonical);
+  }
   // Makes it so; false when the file below cannot be read.
   bool Take(const std::string& canonical);
   [[nodiscard]] bool HasFolder(const std::string& canonical);
