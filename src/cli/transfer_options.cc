@@ -153,7 +153,9 @@ std::string TakeColumns(const Arguments& arguments, const std::string& option,
     const std::string field = text.substr(0, equals);
     std::string error = TakeField(option, field, kDbaseFields, &column.field);
     column.name = text.substr(equals + 1);
-    if (error.empty() && option == "--column") error = TakeNewColumn(column.name, &column);
+    if (error.empty() && option == "--column") {
+      error = TakeNewColumn(text.substr(equals + 1), &column);
+    }
     if (!error.empty()) return error;
     if (HasField(options->columns, column.field)) {
       return option + " : " + field + " est donné deux fois";

@@ -110,9 +110,8 @@ bool ApplyFixedOptions(CliSession& session, const TransferOptions& options,
   if (options.offset) profile->set_first_card_offset(*options.offset);
   if (options.size) profile->set_card_size(*options.size);
   if (!options.places.empty()) {
-    for (int field = 0; field < kFieldCount; ++field) {
-      profile->set_place(field, {profile->place(field).position, 0});
-    }
+    // Their positions go too: the form refuses one behind the end of a record, whatever its size.
+    for (int field = 0; field < kFieldCount; ++field) profile->set_place(field, {});
   }
   for (const auto& [field, place] : options.places) profile->set_place(field, place);
   if (profile->card_size() <= 0) {

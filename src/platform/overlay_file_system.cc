@@ -59,7 +59,13 @@ bool OverlayFileSystem::Rename(const std::string& from, const std::string& to) {
 
 bool OverlayFileSystem::MakeFolder(const std::string& path) {
   const std::string folder = Canonical(path);
-  return !Exists(folder) && HasFolder(folder) && memory_.MakeFolder(folder);
+  if (IsFolder(folder)) return true;
+  for (size_t end = folder.size(); end != std::string::npos && end != 0;
+       end = folder.rfind('/', end - 1)) {
+    const std::string part = folder.substr(0, end);
+    if (Exists(part) && !IsFolder(part)) return false;
+  }
+  return !path.empty() && memory_.MakeFolder(folder);
 }
 
 std::vector<std::string> OverlayFileSystem::List(const std::string& folder) {
