@@ -60,7 +60,7 @@ int TellImport(CliSession& session, const ImportDone& done) {
   }
   if (outcome.directory_full) return TellFull(session, outcome.message);
   if (!outcome.message.empty()) return session.Fail(outcome.message);
-  if (outcome.result < 0 && session.files().Exists(done.setup.file)) {
+  if (outcome.result < 0 && done.setup.type == TransferFileType::kDelimited) {
     return session.Fail(done.setup.file + " est vide : rien à importer");
   }
   if (outcome.result < 0) return session.Fail(FormatText(kNoAccess, done.setup.file));
@@ -126,6 +126,7 @@ int TryImport(CliSession& session, const Arguments& arguments) {
   int status = kDone;
   auto done = Import(trial, arguments, false, &status);
   if (!done) return status;
+  if (done->outcome.aborted) return trial.Fail("essai abandonné ; rien n'est changé");
   const int key_field = trial.settings().key_field;
   PrintTrial(trial, done->setup, done->outcome.cards, ExamineSource(view, done->setup, key_field));
   return TellImport(trial, *done);

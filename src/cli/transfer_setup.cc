@@ -5,6 +5,7 @@
 #include "base/code_page.h"
 #include "base/path.h"
 #include "cli/transfer_parameters.h"
+#include "transfer/dbase_format.h"
 #include "transfer/saved_profiles.h"
 
 namespace carnetel {
@@ -12,6 +13,7 @@ namespace {
 
 constexpr int kTitle = 80;
 constexpr int kNoAccess = 43;
+constexpr int kNotDbase = 159;
 constexpr int kOntoItself = 181;
 constexpr int kWrongType = 182;
 constexpr int kDoubtfulType = 183;
@@ -45,6 +47,7 @@ class Preparation {
       return session_.WrongUsage("l'option " + foreign + " n'a pas de sens avec le type " +
                                  TypeWord(setup_.type));
     }
+    TellStoredType();
     if (!Apply()) return kRefused;
     Store();
     return kDone;
@@ -122,8 +125,29 @@ class Preparation {
       setup_.file = FamilyPaths(files(), main).Main();
       if (LeadsToItself()) return Refuse(FormatText(kOntoItself, setup_.options.file));
     }
-    const bool there = !imports() || IsFile(files(), setup_.file);
-    return there || Refuse(FormatText(kNoAccess, setup_.file));
+    const bool usable = imports() ? IsFile(files(), setup_.file) : !files().IsFolder(setup_.file);
+    if (!usable) return Refuse(FormatText(kNoAccess, setup_.file));
+    return !RuinsAnotherFile() || Refuse(setup_.file + " : " + std::string(LoadText(kNotDbase)));
+  }
+
+  // Records behind what is no table would come with a count written into its start.
+  bool RuinsAnotherFile() {
+    const bool adds = !imports() && !setup_.options.replace && files().Exists(setup_.file);
+    if (!adds || !IsDbase(setup_.type)) return false;
+    const std::vector<std::byte> start = ReadStart(files(), setup_.file, DbaseHeader::kSize);
+    DbaseHeader header;
+    std::ranges::copy(start, header.bytes().begin());
+    return start.size() < DbaseHeader::kSize || !header.IsTable();
+  }
+
+  // A type other than that of most files, which nothing on the line tells.
+  void TellStoredType() {
+    const bool told = setup_.options.type || setup_.options.load ||
+                      HasExtension(setup_.options.file, ".DAN") ||
+                      HasExtension(setup_.options.file, ".DBF");
+    if (told || setup_.type == TransferFileType::kDelimited) return;
+    session_.messages().Inform("type " + TypeWord(setup_.type) +
+                               ", celui du dernier transfert (--type en donne un autre)");
   }
 
   bool Apply() {

@@ -146,6 +146,23 @@ TEST_F(DbaseTransferTest, WrongColumnsAreWrongUsage) {
   }
 }
 
+TEST_F(DbaseTransferTest, RecordsDoNotGoBehindWhatIsNoTable) {
+  Done({"add", "Nom=a", "--mark"});
+  Done({"export", "/t/s.dbf"});
+  const std::string text = "a;b\r\nplus de trente-deux caractères en tout\r\n";
+  SetFile("/t/s.csv", text);
+  // Without a type it is that of the table.
+  ExpectRefused({"export", "/t/s.csv"}, 1, "/t/s.csv : Format du Fichier Dbase non reconnu");
+  EXPECT_EQ(TextOf("/t/s.csv"), text);
+  const CliOutcome outcome = On({"export", "/t/neuf"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "type dbase3, celui du dernier transfert (--type en donne un autre)\n");
+  EXPECT_EQ(On({"--quiet", "export", "/t/neuf"}).err, "");
+  for (const char* type : {"dbase3", "delimited", "fixed"}) {
+    ExpectRefused({"export", "/t", "--type", type}, 1, "Accès au fichier /t impossible");
+  }
+}
+
 TEST_F(DbaseTransferTest, NothingMarkedLeavesATableAlone) {
   TakeTable("/t/c.dbf");
   const std::string before = TextOf("/t/c.dbf");

@@ -119,6 +119,15 @@ TEST_F(ImportTrialTest, ARefusalIsThatOfTheImport) {
   EXPECT_EQ(empty.err, "Erreur : /t/vide est vide : rien à importer\n");
 }
 
+TEST_F(ImportTrialTest, StoppedItTellsThatNothingIsChanged) {
+  SetFile("/t/f.csv", "a\r\nb\r\nc\r\n");
+  interrupt_after_ = 1;
+  const CliOutcome outcome = Try({"import", "/t/f.csv", "--columns", "Nom"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_EQ(outcome.err, "Erreur : essai abandonné ; rien n'est changé\n");
+}
+
 TEST_F(ImportTrialTest, AScriptGoesOnWithTheDirectoryAsItWas) {
   SetFile("/t/f.csv", "Bez\r\n");
   input_ =
