@@ -51,9 +51,9 @@ void ExamineLines(ReadableFile& file, const TransferProfile& profile, Findings* 
   uint32_t number = 0;
   while (lines.Next()) {
     ++number;
-    if (number > kMaxImportedLines) {
-      refuse(number, "au-delà de la limite de " + std::to_string(kMaxImportedLines) + " lignes");
-    } else if (lines.too_long()) {
+    // Lines that the import leaves out are counted by it.
+    if (number > kMaxImportedLines) return;
+    if (lines.too_long()) {
       refuse(number, "plus de " + std::to_string(kMaxLineSize) + " caractères");
     } else if (!lines.empty()) {
       const bool any = format.ForEachField(lines.line(), [&](int field, std::string_view text) {
@@ -145,14 +145,15 @@ std::vector<TrialFinding> ExamineSource(FileSystem& files, TransferSetup& setup,
   return findings;
 }
 
-void PrintTrial(CliSession& session, const TransferSetup& setup, uint32_t cards,
+void PrintTrial(CliSession& session, const TransferSetup& setup, const TransferOutcome& outcome,
                 const std::vector<TrialFinding>& findings) {
-  const auto count = [&findings](TrialKind kind) {
-    return static_cast<int64_t>(std::ranges::count(findings, kind, &TrialFinding::kind));
+  const auto count = [&](TrialKind kind) -> int64_t {
+    const int64_t named = std::ranges::count(findings, kind, &TrialFinding::kind);
+    return kind == TrialKind::kNoCard ? named + outcome.lines_left_out : named;
   };
   std::ostream& out = session.out();
   if (session.options().json) {
-    TrialView view{cards, {}, {}};
+    TrialView view{outcome.cards, {}, {}};
     for (const TrialKind kind :
          {TrialKind::kCut, TrialKind::kEmptied, TrialKind::kOverrun, TrialKind::kNoCard}) {
       view.counts.emplace_back(KindWord(kind), count(kind));
@@ -169,7 +170,7 @@ void PrintTrial(CliSession& session, const TransferSetup& setup, uint32_t cards,
   for (const TrialFinding& finding : findings) {
     out << (text ? "Ligne " : "Fiche ") << finding.line << " : " << KindText(finding) << '\n';
   }
-  out << Counted(cards, "fiche serait ajoutée", "fiches seraient ajoutées") << " ; "
+  out << Counted(outcome.cards, "fiche serait ajoutée", "fiches seraient ajoutées") << " ; "
       << Counted(count(TrialKind::kCut) + count(TrialKind::kOverrun), "champ trop long",
                  "champs trop longs")
       << ", " << Counted(count(TrialKind::kEmptied), "champ vidé", "champs vidés") << ", "

@@ -29,8 +29,8 @@ struct TrialFinding {
 [[nodiscard]] std::vector<TrialFinding> ExamineSource(FileSystem& files, TransferSetup& setup,
                                                       int key_field);
 
-// Prints the findings and the counts.
-void PrintTrial(CliSession& session, const TransferSetup& setup, uint32_t cards,
+// Prints the findings and the counts; lines that the import left out count as refused.
+void PrintTrial(CliSession& session, const TransferSetup& setup, const TransferOutcome& outcome,
                 const std::vector<TrialFinding>& findings);
 
 }  // namespace carnetel

@@ -55,7 +55,8 @@ int TellImport(CliSession& session, const ImportDone& done) {
   const TransferOutcome& outcome = done.outcome;
   if (outcome.lines_left_out != 0) {
     session.messages().Warn(std::to_string(outcome.lines_left_out) +
-                            " lignes laissées de côté : une importation en prend " +
+                            (outcome.lines_left_out > 1 ? " lignes laissées" : " ligne laissée") +
+                            " de côté : une importation en prend " +
                             std::to_string(kMaxImportedLines) + " au plus");
   }
   if (outcome.directory_full) return TellFull(session, outcome.message);
@@ -128,7 +129,7 @@ int TryImport(CliSession& session, const Arguments& arguments) {
   if (!done) return status;
   if (done->outcome.aborted) return trial.Fail("essai abandonné ; rien n'est changé");
   const int key_field = trial.settings().key_field;
-  PrintTrial(trial, done->setup, done->outcome.cards, ExamineSource(view, done->setup, key_field));
+  PrintTrial(trial, done->setup, done->outcome, ExamineSource(view, done->setup, key_field));
   return TellImport(trial, *done);
 }
 

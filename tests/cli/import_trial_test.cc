@@ -76,8 +76,9 @@ TEST_F(ImportTrialTest, LinesWithoutACardAndTooManyAreRefused) {
   SetFile("/t/f.csv", lines);
   const CliOutcome many = Try({"import", "/t/f.csv", "--columns", "Nom"});
   EXPECT_EQ(many.out,
-            "Ligne 10001 : refusée, au-delà de la limite de 10000 lignes\n"
             "10000 fiches seraient ajoutées ; 0 champ trop long, 0 champ vidé, 1 ligne refusée\n");
+  EXPECT_EQ(many.err,
+            "Attention : 1 ligne laissée de côté : une importation en prend 10000 au plus\n");
 }
 
 TEST_F(ImportTrialTest, FixedRecordsRunOverAndMayBeCutShort) {
