@@ -78,19 +78,19 @@ TransferCommand::TransferCommand(Session& session, DialogHost& dialogs, Characte
 void TransferCommand::Run(TransferDirection direction) {
   parameters_.StartTransfer(direction);
   TransferForm form(direction, session_.services().files, parameters_, session_.services().messages,
-                    Callbacks(), {session_.CurrentMainFile(), session_.workstation_number()},
-                    *charset_);
+                    Callbacks(direction),
+                    {session_.CurrentMainFile(), session_.workstation_number()}, *charset_);
   dialogs_.RunTransfer(form);
   *charset_ = form.charset();
 }
 
-TransferCallbacks TransferCommand::Callbacks() {
+TransferCallbacks TransferCommand::Callbacks(TransferDirection direction) {
   TransferCallbacks callbacks;
   callbacks.browse = [this](TransferCallbacks::Filter filter) { return Browse(filter); };
   callbacks.set_parameters = [this](TransferForm& form) { SetParameters(form); };
   callbacks.manage_profiles = [this](TransferForm& form) { ManageProfiles(form); };
-  callbacks.ask_replace = [this] {
-    return dialogs_.AskReplace(parameters_.header().direction() == 0);
+  callbacks.ask_replace = [this, direction] {
+    return dialogs_.AskReplace(direction == TransferDirection::kImport);
   };
   callbacks.run = [this](const TransferJob& job) { return RunJob(job); };
   return callbacks;
