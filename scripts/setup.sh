@@ -8,7 +8,7 @@
 set -euo pipefail
 
 packages=(build-essential cmake ninja-build ccache pkg-config git python3 clang-format
-  libcli11-dev libfmt-dev nlohmann-json3-dev libgtest-dev libgmock-dev
+  libcli11-dev libfmt-dev nlohmann-json3-dev libgtest-dev libgmock-dev libshp-dev
   qt6-base-dev qt6-svg-dev qt6-translations-l10n fonts-dejavu-core xvfb xauth xdotool)
 for option in "$@"; do
   case $option in

@@ -10,11 +10,14 @@ class Clock {
  public:
   virtual ~Clock() = default;
   [[nodiscard]] virtual int64_t Now() = 0;
+  // The same instant counted in local time: for dates that a user reads.
+  [[nodiscard]] virtual int64_t LocalNow() = 0;
 };
 
 class SystemClock : public Clock {
  public:
   [[nodiscard]] int64_t Now() override;
+  [[nodiscard]] int64_t LocalNow() override;
 };
 
 // Stands still until a test moves it.
@@ -23,11 +26,14 @@ class FakeClock : public Clock {
   explicit FakeClock(int64_t now = 0) : now_(now) {}
 
   [[nodiscard]] int64_t Now() override { return now_; }
+  [[nodiscard]] int64_t LocalNow() override { return now_ + local_ahead_; }
   void Set(int64_t now) { now_ = now; }
+  void SetLocalAhead(int64_t seconds) { local_ahead_ = seconds; }
   void Advance(int64_t seconds) { now_ += seconds; }
 
  private:
   int64_t now_;
+  int64_t local_ahead_ = 0;
 };
 
 }  // namespace carnetel

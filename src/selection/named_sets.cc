@@ -31,7 +31,8 @@ std::string NamedSetsForm::SelectedName() const {
 NamedSetsForm::Buttons NamedSetsForm::EnabledButtons() const {
   const bool any = !names_.empty();
   const bool content = store_.HasContent();
-  return {any, content, any && content, any, any};
+  const bool may_load = any && (!HasSelection() || store_.MayLoad(static_cast<size_t>(selected_)));
+  return {may_load, content, any && content, any, any};
 }
 
 // An emptied name counts as none: no set has an empty one.
@@ -50,7 +51,8 @@ bool NamedSetsForm::TellNothingToStore() {
 NamedSetsForm::Outcome NamedSetsForm::Load() {
   const MessageButton answer =
       messages_.ShowMessage(MessageStyle::kOkCancel, kAttention, kToBeLoaded, SelectedName());
-  if (answer != MessageButton::kOk) return Outcome::kStays;
+  const Outcome unanswered = store_.LoadQuestionEnds() ? Outcome::kLoaded : Outcome::kStays;
+  if (answer != MessageButton::kOk) return unanswered;
   if (!HasSelection()) return Outcome::kBeeps;
   (void)store_.Load(static_cast<size_t>(selected_));
   return Outcome::kLoaded;
@@ -58,7 +60,7 @@ NamedSetsForm::Outcome NamedSetsForm::Load() {
 
 NamedSetsForm::Outcome NamedSetsForm::Add() {
   if (TellNothingToStore()) return Outcome::kStays;
-  const std::optional<std::string> name = Ask("");
+  const std::optional<std::string> name = Ask(store_.NameForNew());
   if (!name || !store_.Add(*name)) return Outcome::kStays;
   names_.push_back(*name);
   selected_ = static_cast<int>(names_.size()) - 1;
@@ -96,7 +98,7 @@ NamedSetsForm::Outcome NamedSetsForm::Delete() {
   }
   const int last = static_cast<int>(names_.size()) - 1;
   // An empty list has no selection; until then the same place, or the last one.
-  selected_ = std::min(selected_, last);
+  selected_ = std::min(store_.DeletionSelectsFirst() ? 0 : selected_, last);
   return Outcome::kStays;
 }
 

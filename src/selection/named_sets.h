@@ -23,6 +23,15 @@ class SetStore {
   virtual bool Replace(size_t position, const std::string& name) = 0;
   virtual bool Rename(size_t position, const std::string& name) = 0;
   virtual bool Delete(size_t position) = 0;
+
+  // What differs between the kinds of sets.
+  [[nodiscard]] virtual bool MayLoad(size_t /*position*/) { return true; }
+  // Offered as the name of a new one.
+  [[nodiscard]] virtual std::string NameForNew() const { return {}; }
+  // The dialog ends after the question whether to load, whatever the answer.
+  [[nodiscard]] virtual bool LoadQuestionEnds() const { return false; }
+  // The first one is selected after a deletion, not the one that came into its place.
+  [[nodiscard]] virtual bool DeletionSelectsFirst() const { return false; }
 };
 
 // Asks for a name, offering one; nothing, or an empty one, when the user leaves or

@@ -9,14 +9,19 @@
 namespace carnetel {
 
 class CriteriaForm;
+class DbaseExportForm;
+class DbaseImportForm;
 class DescriptionForm;
 class FilePicker;
+class FixedLayoutForm;
 class GroupsForm;
 class InvalidFileForm;
 class NamedSetsForm;
 class NumberForm;
 class PreferencesForm;
+class RankForm;
 class SearchForm;
+class TransferForm;
 struct GroupDescription;
 
 // How the dialog about a file that is no directory ends; the numbers are those it answers.
@@ -45,6 +50,14 @@ class DialogHost {
   virtual std::optional<GroupDescription> AskGroup(const GroupDescription& offered) = 0;
   virtual void RunSearch(SearchForm& form) = 0;
   virtual bool RunNumber(NumberForm& form) = 0;
+  virtual void RunTransfer(TransferForm& form) = 0;
+  virtual void RunRanks(RankForm& form) = 0;
+  virtual void RunFixedLayout(FixedLayoutForm& form) = 0;
+  virtual void RunDbaseImport(DbaseImportForm& form) = 0;
+  virtual void RunDbaseExport(DbaseExportForm& form) = 0;
+  // The destination of a transfer is there: true to replace it, false to add to it, nothing when
+  // the user leaves.
+  virtual std::optional<bool> AskReplace(bool imports) = 0;
   virtual void ShowAbout() = 0;
   // The box that asks for patience, without a button; it stays until it is hidden.
   virtual void ShowPatience(bool shown) = 0;

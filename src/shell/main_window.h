@@ -14,6 +14,7 @@
 #include "shell/directory_chooser.h"
 #include "shell/pickers.h"
 #include "shell/session.h"
+#include "transfer/transfer.h"
 
 namespace carnetel {
 
@@ -120,6 +121,7 @@ class MainWindowLogic : private CardList::Observer {
   void LetGoOfDirectory();
   void DeselectListed();
   void BrowseMarked();
+  void Transfer(TransferDirection direction);
   void SelectByCriteria();
   void SelectAll();
   void RunSelection(const CriteriaRows& rows, bool add);
@@ -139,6 +141,8 @@ class MainWindowLogic : private CardList::Observer {
   Pickers pickers_;
   CardForm form_;
   std::vector<std::string> recents_;
+  // Of foreign files, from one transfer to the next.
+  CharacterSet charset_ = CharacterSet::kOem;
   bool ended_ = false;
 };
 

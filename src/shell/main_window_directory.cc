@@ -5,6 +5,7 @@
 #include "shell/invalid_file.h"
 #include "shell/main_window.h"
 #include "shell/preferences.h"
+#include "shell/transfer_command.h"
 
 namespace carnetel {
 namespace {
@@ -32,6 +33,13 @@ bool MainWindowLogic::DispatchDirectoryCommand(int command) {
       return true;
     case kCommandDestroy:
       DestroyDirectories();
+      return true;
+    case kCommandImport:
+    case kButtonImport:
+      Transfer(TransferDirection::kImport);
+      return true;
+    case kCommandExport:
+      Transfer(TransferDirection::kExport);
       return true;
     case kCommandDescribe:
       Describe();
@@ -135,6 +143,15 @@ void MainWindowLogic::DestroyDirectories() {
   pickers_.StorePosition();
   (void)ChooseDirectory(session_, dialogs_, ChooserTemplate::kDestroy, ChooserMode::kDirectories,
                         true);
+  ReloadAfterOpen();
+}
+
+void MainWindowLogic::Transfer(TransferDirection direction) {
+  if (!form_.LeaveForm() || session_.directory() == nullptr) return;
+  pickers_.StorePosition();
+  const std::string former = session_.CurrentMainFile();
+  TransferCommand(session_, dialogs_, &charset_).Run(direction);
+  if (session_.directory() == nullptr) session_.OpenDirectoryChecked(former, false);
   ReloadAfterOpen();
 }
 

@@ -32,7 +32,8 @@ Session::Session(const SessionServices& services, StartupRequest request, std::s
     : services_(services),
       request_(std::move(request)),
       role_(RoleOf(request_)),
-      home_dir_(std::move(home_folder)) {
+      module_dir_(std::move(home_folder)),
+      home_dir_(module_dir_) {
   shared_dir_ = home_dir_;
 }
 

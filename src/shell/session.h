@@ -48,6 +48,8 @@ class Session {
   [[nodiscard]] bool lan_on() const { return lan_on_; }
   [[nodiscard]] int32_t workstation_number() const { return workstation_number_; }
   [[nodiscard]] const std::string& home_dir() const { return home_dir_; }
+  // Where the installation's own files lie, seats or not.
+  [[nodiscard]] const std::string& module_dir() const { return module_dir_; }
   [[nodiscard]] const std::string& shared_dir() const { return shared_dir_; }
   [[nodiscard]] const std::string& appli_name() const { return appli_name_; }
   // The stem of the directory, without extension.
@@ -114,6 +116,7 @@ class Session {
   bool lan_on_ = false;
   int32_t workstation_number_ = 0;
   std::string appli_name_;
+  std::string module_dir_;
   std::string home_dir_;
   std::string shared_dir_;
   std::string current_path_;

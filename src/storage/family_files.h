@@ -28,6 +28,8 @@ class FamilyPaths {
 
   // The stem with its folder, as the main file has it when there is one.
   [[nodiscard]] const std::string& stem() const { return stem_; }
+  // As given above.
+  [[nodiscard]] const std::string& shared_dir() const { return shared_dir_; }
   // Path of a file of the family; `extension` with its dot, in capitals.
   [[nodiscard]] std::string Of(std::string_view extension) const;
   // The same in the directory's own folder, seats or not.

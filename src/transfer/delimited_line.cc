@@ -24,16 +24,6 @@ void AppendSeparator(std::string_view separator, std::string& text) {
   }
 }
 
-std::string_view TextOf(const CardRecord& card, int field) {
-  const std::string_view area = AsChars(card.FieldBytes(field));
-  return area.substr(0, area.find('\0'));
-}
-
-// The long postal code, or the short one that cards had in earlier days.
-int WrittenField(const CardRecord& card, int field) {
-  return field == kPostalCode && card.FieldEmpty(field) ? kShortPostalCode : field;
-}
-
 // The rank of field 0 is left out on purpose: a company whose rank lies behind all others is not
 // written. Ranks of fields that never take part count.
 int16_t HighestRank(const TransferProfile& profile) {
@@ -56,17 +46,7 @@ DelimitedLine::DelimitedLine(const TransferProfile& profile)
 }
 
 bool DelimitedLine::Read(std::string_view line, CardRecord& card) {
-  bool stored = false;
-  size_t position = 0;
-  std::string_view text;
-  for (int rank = 1; TakeField(line, &position, &text); ++rank) {
-    for (size_t i = 0; i < ranks_.size(); ++i) {
-      if (ranks_[i] != rank) continue;
-      Store(text, kDelimitedFields[i], card);
-      stored = true;
-    }
-  }
-  return stored;
+  return ForEachField(line, [&](int field, std::string_view text) { Store(text, field, card); });
 }
 
 bool DelimitedLine::TakeField(std::string_view line, size_t* position,
@@ -109,7 +89,7 @@ void DelimitedLine::Append(const CardRecord& card, std::string& text) const {
 void DelimitedLine::AppendField(const CardRecord& card, int field, bool last,
                                 std::string& text) const {
   if (quoted_) text += kQuote;
-  text += TextOf(card, WrittenField(card, field));
+  text += WrittenText(card, field);
   // The zero byte stands behind the last text too.
   if (!last || IsWrittenAsZero(field_separator_)) {
     AppendSeparator(field_separator_, text);

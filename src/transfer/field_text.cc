@@ -1,15 +1,11 @@
 #include "transfer/field_text.h"
 
 #include <algorithm>
-#include <string_view>
 
 #include "base/key_alphabet.h"
-#include "storage/card_record.h"
 
 namespace carnetel {
 namespace {
-
-constexpr std::string_view kDialled = " 1234567890:-+,@#*ABCDW";
 
 // The Minitel number is left as it is, on purpose: it may hold the name of a service.
 bool IsDialledField(int field) {
@@ -29,6 +25,12 @@ void CleanFieldText(std::string& text, int field) {
   if (is_key && !text.empty() && !IsKeyStartOrBlank(static_cast<unsigned char>(text[0]))) {
     text[0] = 'A';
   }
+}
+
+std::string_view WrittenText(const CardRecord& card, int field) {
+  const bool short_code = field == kPostalCode && card.FieldEmpty(field);
+  const std::string_view area = AsChars(card.FieldBytes(short_code ? kShortPostalCode : field));
+  return area.substr(0, area.find('\0'));
 }
 
 }  // namespace carnetel

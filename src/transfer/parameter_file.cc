@@ -9,18 +9,6 @@ constexpr uint16_t kLastFormatOffset = 128;
 constexpr uint32_t kImportMappingOffset = 756;
 constexpr uint32_t kExportMappingOffset = 1384;
 
-using Slot = std::array<std::byte, kProfileSlotSize>;
-
-bool IsDbase(TransferFileType type) {
-  return type == TransferFileType::kDbase3 || type == TransferFileType::kDbase4;
-}
-
-Slot SlotOf(const TransferProfile& profile) {
-  Slot slot{};
-  std::ranges::copy(profile.bytes(), slot.begin());
-  return slot;
-}
-
 }  // namespace
 
 ParameterHeader::ParameterHeader() {
@@ -46,7 +34,7 @@ int ParameterFile::AccessParameterFile(Access access, TransferFileType type,
 }
 
 int ParameterFile::Read(TransferFileType type, TransferDirection direction) {
-  const std::unique_ptr<File> file = files_.Open(FindAnyCase(files_, path_), OpenMode::kRead);
+  const std::unique_ptr<File> file = Open(OpenMode::kRead);
   ParameterHeader header;
   if (file == nullptr || file->Read(0, header.bytes()) < ParameterHeader::kSize) return -1;
   if (!IsDbase(type)) {
@@ -59,7 +47,7 @@ int ParameterFile::Read(TransferFileType type, TransferDirection direction) {
   }
   header_ = header;
   header_.set_last_type(type);
-  Slot slot;
+  ProfileSlot slot;
   const size_t read = file->Read(header.mapping_offset(direction), slot);
   if (read < slot.size() || LoadU8(slot, kSlotKindOffset) < kDbaseImportKind) return -1;
   mapping(direction) = DbaseMapping::Load(slot);
@@ -67,19 +55,27 @@ int ParameterFile::Read(TransferFileType type, TransferDirection direction) {
 }
 
 int ParameterFile::Write(TransferFileType type, TransferDirection direction) {
-  const std::string path = FindAnyCase(files_, path_);
-  const std::unique_ptr<File> file = files_.Open(path, OpenMode::kCreateOrOpen);
+  const std::unique_ptr<File> file = Open(OpenMode::kCreateOrOpen);
   if (file == nullptr) return -1;
-  header_.set_slot_count(std::max<int16_t>(header_.slot_count(), 1));
-  file->Write(0, header_.bytes());
+  WriteHeader(*file);
+  ProfileSlot slot;
   if (!IsDbase(type)) {
-    file->Write(header_.last_format_offset(), SlotOf(profile_));
+    profile_.Store(slot);
+    file->Write(header_.last_format_offset(), slot);
     return 0;
   }
-  Slot slot;
   mapping(direction).Store(slot);
   file->Write(header_.mapping_offset(direction), slot);
   return 0;
+}
+
+std::unique_ptr<File> ParameterFile::Open(OpenMode mode) {
+  return files_.Open(FindAnyCase(files_, path_), mode);
+}
+
+bool ParameterFile::WriteHeader(File& file) {
+  header_.set_slot_count(std::max<int16_t>(header_.slot_count(), 1));
+  return file.Write(0, header_.bytes());
 }
 
 void ParameterFile::Create() {

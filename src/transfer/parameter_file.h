@@ -18,6 +18,7 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "platform/file_system.h"
@@ -79,6 +80,11 @@ class ParameterFile {
   // no mapping was stored; the profile and the mapping are then as before. Failed writes are not
   // told, by design.
   int AccessParameterFile(Access access, TransferFileType type, TransferDirection direction);
+
+  // For the slots behind the working ones (transfer/saved_profiles.h): the file, null when it
+  // cannot be opened, and its header from the live one, with a count of at least 1.
+  [[nodiscard]] std::unique_ptr<File> Open(OpenMode mode);
+  bool WriteHeader(File& file);
 
  private:
   int Read(TransferFileType type, TransferDirection direction);

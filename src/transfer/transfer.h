@@ -23,6 +23,10 @@ enum class TransferFileType : int16_t {
   kDbase4 = 4,
 };
 
+[[nodiscard]] constexpr bool IsDbase(TransferFileType type) {
+  return type == TransferFileType::kDbase3 || type == TransferFileType::kDbase4;
+}
+
 // Of the foreign file, in the order of the form's list. Cards are OEM text. Never stored.
 enum class CharacterSet { kOem = 0, kAnsi = 1 };
 
@@ -34,10 +38,18 @@ struct TransferOutcome {
   bool aborted = false;  // the user stopped it; what was transferred before stays
   // Import: lines behind the last one that a run takes, empty ones counted.
   uint32_t lines_left_out = 0;
-  // Import: the message is due to a directory that holds all the cards it can.
+  // The message is due to a directory that holds all the cards it can.
   bool directory_full = false;
-  // Export: the destination could not be opened, which is result 0 without a message.
+  // Export to a text or to fixed records: the destination could not be opened, which has no
+  // message.
   bool not_opened = false;
+
+  // A failure without a message.
+  static TransferOutcome SilentFailure() {
+    TransferOutcome outcome;
+    outcome.result = -1;
+    return outcome;
+  }
 };
 
 struct ImportRequest {

@@ -1,5 +1,7 @@
 #include "transfer/transfer_profile.h"
 
+#include <algorithm>
+
 namespace carnetel {
 namespace {
 
@@ -41,6 +43,16 @@ TransferProfile TransferProfile::OfNewInstallation() {
   profile.set_field_separator(";");
   profile.set_card_separator("CRLF");
   return profile;
+}
+
+TransferProfile TransferProfile::Load(ByteView slot) {
+  TransferProfile profile;
+  std::ranges::copy(slot.first(kSize), profile.bytes_.begin());
+  return profile;
+}
+
+void TransferProfile::Store(ByteSpan slot) const {
+  StorePadded(slot, 0, kProfileSlotSize, AsChars(bytes_));
 }
 
 void TransferProfile::set_place(int field, FixedPlace place) {

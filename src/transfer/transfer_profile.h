@@ -29,6 +29,7 @@ namespace carnetel {
 
 inline constexpr size_t kProfileSlotSize = 628;
 inline constexpr size_t kProfileNameSize = 24;
+using ProfileSlot = std::array<std::byte, kProfileSlotSize>;
 
 // Where a card field lies in a fixed record.
 struct FixedPlace {
@@ -47,6 +48,11 @@ class TransferProfile {
   TransferProfile();
   // What a newly made parameter file holds: the same with ";" and "CRLF".
   static TransferProfile OfNewInstallation();
+
+  // The profile in a slot.
+  static TransferProfile Load(ByteView slot);
+  // Writes all 628 bytes.
+  void Store(ByteSpan slot) const;
 
   [[nodiscard]] ByteView bytes() const { return bytes_; }
   ByteSpan bytes() { return bytes_; }

@@ -27,6 +27,13 @@ class FakeDialogs : public DialogHost {
   std::function<int(GroupsForm&)> groups;
   std::function<int(SearchForm&)> search;
   std::function<bool(NumberForm&)> number;
+  std::function<int(TransferForm&)> transfer;
+  std::function<int(RankForm&)> ranks;
+  std::function<int(FixedLayoutForm&)> fixed_layout;
+  std::function<int(DbaseImportForm&)> dbase_import;
+  std::function<int(DbaseExportForm&)> dbase_export;
+  // What the dialog about a destination that is there answers, in order.
+  std::deque<std::optional<bool>> replaces;
   // What the dialogs for a name and for a group answer, in order.
   std::deque<std::optional<std::string>> names;
   std::deque<std::optional<GroupDescription>> group_descriptions;
@@ -63,6 +70,12 @@ class FakeDialogs : public DialogHost {
   }
   void RunSearch(SearchForm& form) override { Run(search, form, "search"); }
   bool RunNumber(NumberForm& form) override { return Run(number, form, "number"); }
+  void RunTransfer(TransferForm& form) override { Run(transfer, form, "transfer"); }
+  void RunRanks(RankForm& form) override { Run(ranks, form, "ranks"); }
+  void RunFixedLayout(FixedLayoutForm& form) override { Run(fixed_layout, form, "fixed layout"); }
+  void RunDbaseImport(DbaseImportForm& form) override { Run(dbase_import, form, "dBase import"); }
+  void RunDbaseExport(DbaseExportForm& form) override { Run(dbase_export, form, "dBase export"); }
+  std::optional<bool> AskReplace(bool) override { return Take(replaces); }
   void ShowAbout() override { ++abouts; }
   void ShowPatience(bool shown) override {
     patience_shown = shown;

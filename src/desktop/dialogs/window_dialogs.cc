@@ -5,8 +5,11 @@
 #include "desktop/controls/wait_cursor.h"
 #include "desktop/dialogs/about_dialog.h"
 #include "desktop/dialogs/criteria_dialog.h"
+#include "desktop/dialogs/dbase_export_dialog.h"
+#include "desktop/dialogs/dbase_import_dialog.h"
 #include "desktop/dialogs/description_dialog.h"
 #include "desktop/dialogs/file_chooser.h"
+#include "desktop/dialogs/fixed_layout_dialog.h"
 #include "desktop/dialogs/group_description_dialog.h"
 #include "desktop/dialogs/groups_dialog.h"
 #include "desktop/dialogs/invalid_file_dialog.h"
@@ -14,7 +17,10 @@
 #include "desktop/dialogs/named_sets_dialog.h"
 #include "desktop/dialogs/number_dialog.h"
 #include "desktop/dialogs/preferences_dialog.h"
+#include "desktop/dialogs/rank_dialog.h"
 #include "desktop/dialogs/search_dialog.h"
+#include "desktop/dialogs/transfer_dialog.h"
+#include "desktop/dialogs/transfer_mode_dialog.h"
 
 namespace carnetel::desktop {
 
@@ -92,6 +98,37 @@ void WindowDialogs::RunSearch(SearchForm& form) {
 bool WindowDialogs::RunNumber(NumberForm& form) {
   NumberDialog dialog(form, Owner());
   return Run(dialog);
+}
+
+void WindowDialogs::RunTransfer(TransferForm& form) {
+  TransferDialog dialog(form, Owner());
+  (void)Run(dialog);
+}
+
+void WindowDialogs::RunRanks(RankForm& form) {
+  RankDialog dialog(form, Owner());
+  (void)Run(dialog);
+}
+
+void WindowDialogs::RunFixedLayout(FixedLayoutForm& form) {
+  FixedLayoutDialog dialog(form, Owner());
+  (void)Run(dialog);
+}
+
+void WindowDialogs::RunDbaseImport(DbaseImportForm& form) {
+  DbaseImportDialog dialog(form, Owner());
+  (void)Run(dialog);
+}
+
+void WindowDialogs::RunDbaseExport(DbaseExportForm& form) {
+  DbaseExportDialog dialog(form, Owner());
+  (void)Run(dialog);
+}
+
+std::optional<bool> WindowDialogs::AskReplace(bool imports) {
+  TransferModeDialog dialog(imports, Owner());
+  if (!Run(dialog)) return {};
+  return dialog.replaces();
 }
 
 void WindowDialogs::ShowAbout() {

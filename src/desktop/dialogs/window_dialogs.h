@@ -29,6 +29,12 @@ class WindowDialogs : public DialogHost {
   std::optional<GroupDescription> AskGroup(const GroupDescription& offered) override;
   void RunSearch(SearchForm& form) override;
   bool RunNumber(NumberForm& form) override;
+  void RunTransfer(TransferForm& form) override;
+  void RunRanks(RankForm& form) override;
+  void RunFixedLayout(FixedLayoutForm& form) override;
+  void RunDbaseImport(DbaseImportForm& form) override;
+  void RunDbaseExport(DbaseExportForm& form) override;
+  std::optional<bool> AskReplace(bool imports) override;
   void ShowAbout() override;
   void ShowPatience(bool shown) override;
   void ShowHelp(int topic) override;

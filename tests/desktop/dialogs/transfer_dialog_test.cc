@@ -1,0 +1,523 @@
+// The dialog of imports and exports as its user meets it: paths, lists, buttons, and every refusal
+// by its text. What opens above it is the test's.
+#include "desktop/dialogs/transfer_dialog.h"
+
+#include <memory>
+
+#include "desktop/controls/window_messages.h"
+#include "desktop/dialogs/transfer_mode_dialog.h"
+#include "platform/memory_file_system.h"
+#include "storage/main_header.h"
+#include "tests/desktop/dialogs/dialog_pictures.h"
+#include "tests/desktop/dialogs/named_controls.h"
+
+namespace carnetel::desktop {
+namespace {
+
+constexpr auto kImport = TransferDirection::kImport;
+constexpr auto kExport = TransferDirection::kExport;
+constexpr char kDirectory[] = "/home/CARNETEL.DAN";
+
+class TransferDialogTest : public ::testing::Test {
+ protected:
+  void Open(TransferDirection direction, int32_t workstation = 0) {
+    dialog.reset();
+    parameters.StartTransfer(direction);
+    form =
+        std::make_unique<TransferForm>(direction, files, parameters, messages, Callbacks(),
+                                       TransferPlace{kDirectory, workstation}, CharacterSet::kOem);
+    dialog = std::make_unique<TransferDialog>(*form, nullptr);
+    finished = std::make_unique<QSignalSpy>(dialog.get(), &QDialog::finished);
+    Show(*dialog);
+  }
+  TransferCallbacks Callbacks() {
+    TransferCallbacks callbacks;
+    callbacks.browse = [this](TransferCallbacks::Filter filter) {
+      filters.push_back(filter);
+      return browsed;
+    };
+    callbacks.set_parameters = [this](TransferForm&) { ++parameters_shown; };
+    callbacks.manage_profiles = [this](TransferForm&) { manage(); };
+    callbacks.ask_replace = [this] {
+      ++replace_questions;
+      return replaces;
+    };
+    callbacks.run = [this](const TransferJob& job) {
+      jobs.push_back(job);
+      return outcome;
+    };
+    return callbacks;
+  }
+  void SetFile(const std::string& path) { files.SetContents(path, std::vector<std::byte>(1)); }
+  QPushButton* Button(const QString& name) { return Named<QPushButton>(*dialog, name); }
+  QString Path(const QString& name) { return TextOf(*dialog, name); }
+  void TypePath(const QString& name, const QString& path) { TypeInto(*dialog, name, path); }
+  // What the boxes said, under which title, since the last call.
+  QStringList Told() {
+    QStringList told;
+    for (const SilentMessages::Entry& entry : script.shown) {
+      const std::string_view title = MessageTitle(entry.title_id);
+      told += QString::fromUtf8(title.data(), static_cast<qsizetype>(title.size())) + "|" +
+              QString::fromStdString(entry.text);
+    }
+    script.shown.clear();
+    return told;
+  }
+  // The dialog is open, nothing ran, and the focus is on that path.
+  void ExpectStays(const QString& focus) {
+    EXPECT_TRUE(dialog->isVisible());
+    EXPECT_EQ(finished->count(), 0);
+    EXPECT_TRUE(jobs.empty());
+    EXPECT_EQ(FocusName(), focus);
+  }
+  void SetOwner(const std::string& path, int16_t owner) {
+    MainHeader header;
+    header.set_owner(owner);
+    std::vector<std::byte> bytes(header.bytes().begin(), header.bytes().end());
+    bytes.resize(768);
+    files.SetContents(path, bytes);
+  }
+
+  FakeClock clock{1'000'000'000};
+  MemoryFileSystem files{clock};
+  ParameterFile parameters{files, "/CARNETEL.TRS"};
+  MessageScript script;
+  WindowMessages messages{&script};
+  std::unique_ptr<TransferForm> form;
+  std::unique_ptr<TransferDialog> dialog;
+  std::unique_ptr<QSignalSpy> finished;
+  std::optional<std::string> browsed;
+  std::vector<TransferCallbacks::Filter> filters;
+  int parameters_shown = 0;
+  std::function<void()> manage = [] {};
+  int replace_questions = 0;
+  std::optional<bool> replaces;
+  std::vector<TransferJob> jobs;
+  TransferOutcome outcome;
+};
+
+// ---- what it shows ----
+
+TEST_F(TransferDialogTest, HasTitleAndTextsOfItsDirection) {
+  Open(kImport);
+  EXPECT_EQ(dialog->objectName(), "110");
+  EXPECT_EQ(dialog->windowTitle(), "Importation - Gestion et Paramétrage");
+  EXPECT_EQ(Button("action")->text(), "&Importer");
+  EXPECT_EQ(Button("2")->text(), "&Quitter");
+  EXPECT_EQ(Button("500")->text(), "?");
+  ExpectNames(*dialog);
+  Open(kExport);
+  EXPECT_EQ(dialog->objectName(), "127");
+  EXPECT_EQ(dialog->windowTitle(), "Exportation - Gestion et Paramétrage");
+  EXPECT_EQ(Button("action")->text(), "&Exporter");
+}
+
+TEST_F(TransferDialogTest, ListsTypesAndCharacterSets) {
+  Open(kImport);
+  EXPECT_EQ(Rows(*dialog, "type"),
+            (QStringList{"Fichier avec séparateurs", "Fichier continu", "Fichier Carnetel DROV",
+                         "Fichier Dbase III", "Fichier Dbase IV"}));
+  EXPECT_EQ(Rows(*dialog, "charset"), (QStringList{" ASCII", " ANSI"}));
+  EXPECT_EQ(TextOf(*dialog, "type"), "Fichier avec séparateurs");
+  EXPECT_EQ(TextOf(*dialog, "charset"), " ASCII");
+}
+
+TEST_F(TransferDialogTest, TheDirectoryFillsItsSideWhichTakesNoText) {
+  Open(kImport);
+  EXPECT_EQ(Path("source"), "");
+  EXPECT_EQ(Path("destination"), kDirectory);
+  EXPECT_EQ(FocusName(), "source");
+  TypePath("destination", "x");
+  EXPECT_EQ(Path("destination"), kDirectory);
+  Open(kExport);
+  EXPECT_EQ(Path("source"), kDirectory);
+  EXPECT_EQ(Path("destination"), "");
+  EXPECT_EQ(FocusName(), "destination");
+  TypePath("source", "x");
+  EXPECT_EQ(Path("source"), kDirectory);
+}
+
+TEST_F(TransferDialogTest, TheActionNeedsBothPaths) {
+  Open(kImport);
+  EXPECT_FALSE(Button("action")->isEnabled());
+  PressKey(Qt::Key_Return);
+  EXPECT_TRUE(dialog->isVisible());
+  Type("/");
+  EXPECT_TRUE(Button("action")->isEnabled());
+  PressKey(Qt::Key_Backspace);
+  EXPECT_FALSE(Button("action")->isEnabled());
+}
+
+TEST_F(TransferDialogTest, APathTakes260CharactersOfAnyKind) {
+  Open(kImport);
+  Type("/é€\\:*");
+  EXPECT_EQ(Path("source"), "/é€\\:*");
+  Named<FilteredEdit>(*dialog, "source")->SetBeeper([] {});
+  TypePath("source", QString(261, u'x'));
+  EXPECT_EQ(Path("source"), QString(260, u'x'));
+  EXPECT_EQ(form->source().size(), 260u);
+}
+
+// ---- types ----
+
+TEST_F(TransferDialogTest, TheExtensionDecidesTheTypeWhileItIsTyped) {
+  Open(kImport);
+  TypePath("source", "/in.da");
+  EXPECT_EQ(TextOf(*dialog, "type"), "Fichier avec séparateurs");
+  Type("n");
+  EXPECT_EQ(TextOf(*dialog, "type"), "Fichier Carnetel DROV");
+  EXPECT_FALSE(Button("parameters")->isEnabled());
+  TypePath("source", "/in.dbf");
+  EXPECT_EQ(TextOf(*dialog, "type"), "Fichier Dbase III");
+  EXPECT_TRUE(Button("parameters")->isEnabled());
+  Pick(*dialog, "type", 4);
+  TypePath("source", "/other.DBF");
+  EXPECT_EQ(TextOf(*dialog, "type"), "Fichier Dbase IV");
+  TypePath("source", "/other.txt");
+  EXPECT_EQ(TextOf(*dialog, "type"), "Fichier Dbase IV");
+}
+
+TEST_F(TransferDialogTest, ChoosingATypeSwitchesTheParameters) {
+  Open(kExport);
+  for (int type = 0; type < 5; ++type) {
+    Pick(*dialog, "type", type);
+    EXPECT_EQ(static_cast<int>(form->type()), type);
+    EXPECT_EQ(Button("parameters")->isEnabled(), type != 2);
+  }
+  Pick(*dialog, "charset", 1);
+  EXPECT_EQ(form->charset(), CharacterSet::kAnsi);
+  ExpectWheelChangesNothing(*dialog);
+}
+
+// ---- what opens above ----
+
+TEST_F(TransferDialogTest, BrowseIsForTheSideThatHadTheFocusLast) {
+  using Filter = TransferCallbacks::Filter;
+  Open(kImport);
+  browsed = "/data/in.csv";
+  PressNamed(*dialog, "browse");
+  EXPECT_EQ(Path("source"), "/data/in.csv");
+  EXPECT_EQ(FocusName(), "destination");
+  browsed = "/home/OTHER.DAN";
+  PressNamed(*dialog, "browse");
+  EXPECT_EQ(Path("destination"), "/home/OTHER.DAN");
+  EXPECT_EQ(FocusName(), "source");
+  browsed = "/data/in.dan";
+  PressNamed(*dialog, "browse");
+  EXPECT_EQ(TextOf(*dialog, "type"), "Fichier Carnetel DROV");
+  EXPECT_EQ(filters, (std::vector<Filter>{Filter::kAny, Filter::kDirectories, Filter::kAny}));
+}
+
+TEST_F(TransferDialogTest, ABrowseThatIsLeftChangesNothing) {
+  Open(kImport);
+  Pick(*dialog, "type", 3);
+  PressNamed(*dialog, "browse");
+  EXPECT_EQ(filters, std::vector{TransferCallbacks::Filter::kDbase});
+  EXPECT_EQ(Path("source"), "");
+  EXPECT_EQ(FocusName(), "browse");
+  EXPECT_FALSE(Button("action")->isEnabled());
+}
+
+TEST_F(TransferDialogTest, ParametersAndProfilesOpenAboveIt) {
+  Open(kExport);
+  PressNamed(*dialog, "parameters");
+  EXPECT_EQ(parameters_shown, 1);
+  manage = [this] { parameters.header().set_last_type(TransferFileType::kFixed); };
+  PressNamed(*dialog, "profiles");
+  EXPECT_EQ(TextOf(*dialog, "type"), "Fichier continu");
+  manage = [this] { parameters.header().set_last_type(TransferFileType::kDirectory); };
+  PressNamed(*dialog, "profiles");
+  EXPECT_FALSE(Button("parameters")->isEnabled());
+}
+
+// ---- refusals ----
+
+TEST_F(TransferDialogTest, ASourceThatIsNotThereIsRefused) {
+  Open(kImport);
+  TypePath("source", "/none.csv");
+  PressNamed(*dialog, "action");
+  EXPECT_EQ(Told(), QStringList{"Importation - Gestion et Paramétrage|"
+                                "Accès au fichier /none.csv impossible"});
+  ExpectStays("source");
+}
+
+TEST_F(TransferDialogTest, ATransferOntoItselfIsRefused) {
+  SetFile(kDirectory);
+  Open(kExport);
+  TypePath("destination", kDirectory);
+  PressKey(Qt::Key_Return);
+  EXPECT_EQ(Told(),
+            QStringList{"Exportation - Gestion et Paramétrage|"
+                        "Impossible de transférer le fichier /home/CARNETEL.DAN sur lui-même"});
+  ExpectStays("destination");
+}
+
+TEST_F(TransferDialogTest, AnImportFromADirectoryNeedsItsExtension) {
+  SetFile("/in.csv");
+  Open(kImport);
+  TypePath("source", "/in.csv");
+  Pick(*dialog, "type", 2);
+  PressNamed(*dialog, "action");
+  EXPECT_EQ(Told(), QStringList{"Importation - Gestion et Paramétrage|le fichier /in.csv est "
+                                "incompatible avec le type de transfer choisi."});
+  ExpectStays("source");
+}
+
+TEST_F(TransferDialogTest, AnExportToADirectoryGetsItsExtensionWithoutAWord) {
+  SetFile(kDirectory);
+  Open(kExport);
+  TypePath("destination", "/home/SUB.csv");
+  Pick(*dialog, "type", 2);
+  PressNamed(*dialog, "action");
+  EXPECT_EQ(Told(), QStringList());
+  EXPECT_EQ(Path("destination"), "/home/SUB.DAN");
+  ASSERT_EQ(jobs.size(), 1u);
+  EXPECT_EQ(jobs[0].destination, "/home/SUB.DAN");
+}
+
+TEST_F(TransferDialogTest, ADoubtfulTypeIsAskedAbout) {
+  SetFile("/in.dbf");
+  const QStringList question = {
+      "Importation - Gestion et Paramétrage|Le fichier /in.dbf est incompatible avec le type de "
+      "transfer choisi.\nDésirez-vous poursuivre l'opération ?"};
+  Open(kImport);
+  TypePath("source", "/in.dbf");
+  Pick(*dialog, "type", 0);
+  script.answers = {MessageButton::kNo};
+  PressNamed(*dialog, "action");
+  EXPECT_EQ(Told(), question);
+  ExpectStays("source");
+  script.answers = {MessageButton::kYes};
+  PressNamed(*dialog, "action");
+  EXPECT_EQ(Told(), question);
+  EXPECT_EQ(jobs.size(), 1u);
+}
+
+TEST_F(TransferDialogTest, ADirectoryOfAnotherSeatIsRefused) {
+  SetFile(kDirectory);
+  SetOwner("/data/IN.DAN", 3);
+  Open(kImport, 2);
+  TypePath("source", "/data/IN.DAN");
+  PressNamed(*dialog, "action");
+  EXPECT_EQ(Told(), QStringList{"Importation - Gestion et Paramétrage|Accès refusé, Carnetel privé "
+                                "de:   (Poste N° 03)"});
+  ExpectStays("source");
+}
+
+// The path edited last is not the one that had the focus last.
+TEST_F(TransferDialogTest, ARefusalReturnsToThePathEditedLast) {
+  Open(kImport);
+  TypePath("source", "/none.csv");
+  Named(*dialog, "destination")->setFocus(Qt::TabFocusReason);
+  PressKey(Qt::Key_Return);
+  ExpectStays("source");
+  browsed = "/home/OTHER.DAN";
+  Named(*dialog, "destination")->setFocus(Qt::TabFocusReason);
+  PressNamed(*dialog, "browse");
+  EXPECT_EQ(FocusName(), "source");
+  PressKey(Qt::Key_Return);
+  ExpectStays("destination");
+}
+
+// ---- the run ----
+
+TEST_F(TransferDialogTest, ATransferThatWasMadeLeavesItOpenForAFurtherOne) {
+  SetFile("/in.csv");
+  Open(kImport);
+  TypePath("source", "/in.csv");
+  Pick(*dialog, "charset", 1);
+  PressNamed(*dialog, "action");
+  PressNamed(*dialog, "action");
+  EXPECT_TRUE(dialog->isVisible());
+  EXPECT_EQ(Path("source"), "/in.csv");
+  EXPECT_EQ(TextOf(*dialog, "charset"), " ANSI");
+  EXPECT_EQ(Told(), QStringList());
+  EXPECT_EQ(replace_questions, 0);
+  ASSERT_EQ(jobs.size(), 2u);
+  EXPECT_EQ(jobs[0].source, "/in.csv");
+  EXPECT_EQ(jobs[0].destination, kDirectory);
+  EXPECT_EQ(jobs[0].charset, CharacterSet::kAnsi);
+  EXPECT_TRUE(jobs[0].replace);
+}
+
+TEST_F(TransferDialogTest, AFailureIsToldAndClosesIt) {
+  SetFile("/in.csv");
+  Open(kImport);
+  outcome.result = -1;
+  outcome.title_id = 92;
+  outcome.message = "/in.csv\nErreur en lecture...";
+  TypePath("source", "/in.csv");
+  PressNamed(*dialog, "action");
+  EXPECT_EQ(Told(),
+            QStringList{"Importation - Gestion et Paramétrage|/in.csv\nErreur en lecture..."});
+  EXPECT_FALSE(dialog->isVisible());
+  EXPECT_EQ(finished->count(), 1);
+}
+
+TEST_F(TransferDialogTest, ADestinationThatIsThereIsAskedAbout) {
+  SetFile("/in.csv");
+  SetFile(kDirectory);
+  Open(kImport);
+  TypePath("source", "/in.csv");
+  PressNamed(*dialog, "action");
+  EXPECT_EQ(replace_questions, 1);
+  ExpectStays("source");
+  for (const bool replace : {false, true}) {
+    replaces = replace;
+    PressNamed(*dialog, "action");
+    EXPECT_EQ(jobs.back().replace, replace);
+  }
+}
+
+// ---- ends, keys, help ----
+
+TEST_F(TransferDialogTest, QuitAndEscapeCloseIt) {
+  Open(kImport);
+  Press(*dialog, 2);
+  EXPECT_FALSE(dialog->isVisible());
+  for (const char* name : {"source", "destination", "type", "charset", "profiles"}) {
+    Open(kImport);
+    Named(*dialog, name)->setFocus(Qt::TabFocusReason);
+    PressKey(Qt::Key_Escape);
+    EXPECT_FALSE(dialog->isVisible()) << name;
+    EXPECT_EQ(finished->count(), 1) << name;
+  }
+}
+
+TEST_F(TransferDialogTest, EnterActsFromTheFields) {
+  SetFile("/in.csv");
+  for (const char* name : {"source", "destination", "type", "charset"}) {
+    Open(kImport);
+    TypePath("source", "/in.csv");
+    Named(*dialog, name)->setFocus(Qt::TabFocusReason);
+    jobs.clear();
+    PressKey(Qt::Key_Return);
+    EXPECT_EQ(jobs.size(), 1u) << name;
+  }
+}
+
+TEST_F(TransferDialogTest, TheKeyboardReachesEverything) {
+  Open(kImport);
+  Type("/x");
+  EXPECT_EQ(TabNames(), (QStringList{"source", "destination", "browse", "type", "charset",
+                                     "parameters", "profiles", "action", "2", "500"}));
+  const std::pair<Qt::Key, const char*> labels[] = {{Qt::Key_T, "type"},
+                                                    {Qt::Key_J, "charset"},
+                                                    {Qt::Key_D, "destination"},
+                                                    {Qt::Key_O, "source"}};
+  for (const auto& [key, name] : labels) {
+    PressKey(key, Qt::AltModifier);
+    EXPECT_EQ(FocusName(), name);
+  }
+}
+
+TEST_F(TransferDialogTest, ButtonAndF1AskForTheHelpOfTheDirection) {
+  for (const auto direction : {kImport, kExport}) {
+    Open(direction);
+    QSignalSpy help(dialog.get(), &FixedDialog::helpWanted);
+    Press(*dialog, 500);
+    PressKey(Qt::Key_F1);
+    ASSERT_EQ(help.count(), 2);
+    for (const auto& asked : help) {
+      EXPECT_EQ(asked.at(0).toInt(), direction == kImport ? 58 : 59);
+    }
+    EXPECT_TRUE(dialog->isVisible());
+  }
+}
+
+TEST_F(TransferDialogTest, Pictures) {
+  for (const int percent : {100, 200}) {
+    const LettersAt letters(percent);
+    Open(kImport);
+    TypePath("source", "/home/anne/Documents/clients de la région lyonnaise.csv");
+    SavePicture(*dialog, QStringLiteral("transfer_import"), percent);
+    Open(kExport);
+    SavePicture(*dialog, QStringLiteral("transfer_export"), percent);
+  }
+}
+
+// ---- what becomes of the cards that are there ----
+
+class TransferModeTest : public ::testing::Test {
+ protected:
+  void Open(bool imports) {
+    dialog = std::make_unique<TransferModeDialog>(imports, nullptr);
+    finished = std::make_unique<QSignalSpy>(dialog.get(), &QDialog::finished);
+    Show(*dialog);
+  }
+  int End() { return finished->count() == 1 ? finished->at(0).at(0).toInt() : -1; }
+
+  std::unique_ptr<TransferModeDialog> dialog;
+  std::unique_ptr<QSignalSpy> finished;
+};
+
+TEST_F(TransferModeTest, HasItsTexts) {
+  Open(true);
+  EXPECT_EQ(dialog->objectName(), "112");
+  EXPECT_EQ(dialog->windowTitle(), "Mode d'importation de fiches");
+  QStringList labels;
+  for (const QLabel* label : dialog->findChildren<QLabel*>()) labels += label->text();
+  EXPECT_EQ(labels, (QStringList{"Le fichier de destination existe déjà !", "Vous pouvez :"}));
+  EXPECT_EQ(Named<QAbstractButton>(*dialog, "add")->text().remove('&'),
+            "Ajouter aux fiches existantes");
+  EXPECT_EQ(Named<QAbstractButton>(*dialog, "replace")->text().remove('&'),
+            "Remplacer toutes les fiches existantes");
+  EXPECT_EQ(Find<QPushButton>(*dialog, 1)->text(), "OK");
+  EXPECT_EQ(Find<QPushButton>(*dialog, 2)->text(), "Abandonner");
+  ExpectNames(*dialog);
+  Open(false);
+  EXPECT_EQ(dialog->windowTitle(), "Mode d'exportation de fiches");
+}
+
+TEST_F(TransferModeTest, AddsUnlessToldToReplace) {
+  Open(true);
+  EXPECT_EQ(FocusName(), "add");
+  PressKey(Qt::Key_Return);
+  EXPECT_EQ(End(), QDialog::Accepted);
+  EXPECT_FALSE(dialog->replaces());
+  Open(true);
+  PressNamed(*dialog, "replace");
+  Press(*dialog, 1);
+  EXPECT_EQ(End(), QDialog::Accepted);
+  EXPECT_TRUE(dialog->replaces());
+  Open(false);
+  PressKey(Qt::Key_R, Qt::AltModifier);
+  EXPECT_TRUE(dialog->replaces());
+  PressKey(Qt::Key_Up);
+  EXPECT_FALSE(dialog->replaces());
+}
+
+TEST_F(TransferModeTest, AbandonAndEscapeLeave) {
+  Open(true);
+  Press(*dialog, 2);
+  EXPECT_EQ(End(), QDialog::Rejected);
+  Open(true);
+  PressKey(Qt::Key_Escape);
+  EXPECT_EQ(End(), QDialog::Rejected);
+}
+
+TEST_F(TransferModeTest, TabStopsOnceAtTheChoices) {
+  Open(true);
+  EXPECT_EQ(TabNames(), (QStringList{"add", "1", "2"}));
+}
+
+TEST_F(TransferModeTest, F1AsksForTheHelpOfTheDirection) {
+  for (const bool imports : {true, false}) {
+    Open(imports);
+    QSignalSpy help(dialog.get(), &FixedDialog::helpWanted);
+    PressKey(Qt::Key_F1);
+    ASSERT_EQ(help.count(), 1);
+    EXPECT_EQ(help.at(0).at(0).toInt(), imports ? 58 : 59);
+  }
+}
+
+TEST_F(TransferModeTest, Pictures) {
+  for (const int percent : {100, 200}) {
+    const LettersAt letters(percent);
+    Open(true);
+    SavePicture(*dialog, QStringLiteral("transfer_mode"), percent);
+  }
+}
+
+}  // namespace
+}  // namespace carnetel::desktop
