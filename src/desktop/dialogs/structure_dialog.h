@@ -21,6 +21,11 @@ namespace carnetel::desktop {
 class StructureDialog : public FixedDialog {
   Q_OBJECT
 
+ public:
+  ~StructureDialog() override;
+  StructureDialog(const StructureDialog&) = delete;
+  StructureDialog& operator=(const StructureDialog&) = delete;
+
  protected:
   // The page of the help is that of the direction.
   StructureDialog(int number, TransferDirection direction, QWidget* parent);
