@@ -120,7 +120,8 @@ QGridLayout* StructureDialog::MakeLines(std::span<const int> lines, const QStrin
     QWidget* label = line == kReferenceLine ? MakeReferences() : nullptr;
     const QList<QWidget*> inputs = make(line);
     if (label == nullptr) label = MakeLabel(line, inputs.front());
-    grid->addWidget(label, row, column++);
+    grid->addWidget(label, row, column++,
+                    line == kReferenceLine ? Qt::AlignRight : Qt::Alignment());
     for (QWidget* input : inputs) {
       const qsizetype heading = inputs.indexOf(input);
       if (row == 1 && heading < headings.size()) {
