@@ -14,7 +14,6 @@
 #include "transfer/transfer.h"
 
 class QGridLayout;
-class QVBoxLayout;
 
 namespace carnetel::desktop {
 
@@ -40,7 +39,7 @@ class StructureDialog : public FixedDialog {
   FilteredEdit* MakeEdit(const QString& name, const QString& label, int characters,
                          const EntryRule& rule, Input input);
   FilteredEdit* MakeNumber(const QString& name, const QString& label, int digits, Input input);
-  // A drop-down that is chosen by position. `text` of what it shows is the caller's to keep.
+  // A drop-down that shows the row at `position`.
   PickerCombo* MakeList(const QString& name, const QString& label, const QStringList& rows,
                         std::function<int()> position, std::function<void(int)> choose);
   // Shows what the rules have now, everywhere.
