@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include "bench/bench_world.h"
+#include "selection/marks.h"
 #include "transfer/delimited.h"
 
 namespace carnetel::bench {
@@ -40,21 +41,20 @@ void ImportCarnetel(benchmark::State& state) {
     }
     if (cards != Cards().size()) state.SkipWithError("cards are missing");
   }
+  state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(Cards().size()));
   state.counters["peak_mb"] = peak.Megabytes();
 }
 
+// The same rows, already parsed, in one transaction.
 void ImportSqlite(benchmark::State& state) {
   World world;
   const PeakMemory peak;
   for (auto _ : state) {
     world.files.Remove(world.Path("bench.sqlite"));
     SqliteStore store(world.Path("bench.sqlite"));
-    for (size_t from = 0; from < Cards().size(); from += kLinesPerFile) {
-      store.Execute("BEGIN");
-      const size_t end = std::min(from + kLinesPerFile, Cards().size());
-      for (size_t i = from; i < end; ++i) store.Insert(Cards()[i]);
-      store.Execute("COMMIT");
-    }
+    store.Execute("BEGIN");
+    for (const CardRecord& card : Cards()) store.Insert(card);
+    store.Execute("COMMIT");
   }
   state.counters["peak_mb"] = peak.Megabytes();
 }
@@ -70,6 +70,49 @@ void ImportPlain(benchmark::State& state) {
       file->Write(kCardSize * (i + 1), std::as_bytes(std::span(Cards()).subspan(i, count)));
     }
     file->Sync();
+  }
+  state.counters["peak_mb"] = peak.Megabytes();
+}
+
+// ---- export: every card marked, one text file ----
+
+void ExportCarnetel(benchmark::State& state) {
+  World world;
+  world.Fill(Cards());
+  auto directory = world.Open();
+  SetAllMarks(*directory, true);
+  const TransferProfile profile = TransferProfile::OfNewInstallation();
+  const PeakMemory peak;
+  for (auto _ : state) {
+    const ExportRequest request{world.Path("export.csv"), true, CharacterSet::kAnsi};
+    if (ExportDelimited(*directory, profile, request).cards != Cards().size()) {
+      state.SkipWithError("cards are missing");
+    }
+  }
+  state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(Cards().size()));
+  state.counters["peak_mb"] = peak.Megabytes();
+}
+
+// The rows in the order of the companies, read column by column; nothing is written.
+void ExportSqlite(benchmark::State& state) {
+  World world;
+  world.FillSqlite(Cards());
+  SqliteStore store(world.Path("bench.sqlite"));
+  const PeakMemory peak;
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(
+        store.ReadAll("SELECT * FROM cards INDEXED BY by_company WHERE f0 >= '' ORDER BY f0"));
+  }
+  state.counters["peak_mb"] = peak.Megabytes();
+}
+
+// Writes the text of the lines, made before.
+void ExportPlain(benchmark::State& state) {
+  World world;
+  const std::string text = DelimitedText(Cards().data(), Cards().size());
+  const PeakMemory peak;
+  for (auto _ : state) {
+    world.files.Open(world.Path("plain"), OpenMode::kCreateOrEmpty)->Write(0, AsBytes(text));
   }
   state.counters["peak_mb"] = peak.Megabytes();
 }
@@ -313,6 +356,9 @@ void DeletePlain(benchmark::State& state) {
 CARNETEL_BENCH("import/carnetel", ImportCarnetel, 3);
 CARNETEL_BENCH("import/sqlite", ImportSqlite, 3);
 CARNETEL_BENCH("import/plain", ImportPlain, 3);
+CARNETEL_BENCH("export/carnetel", ExportCarnetel, 5);
+CARNETEL_BENCH("export/sqlite", ExportSqlite, 5);
+CARNETEL_BENCH("export/plain", ExportPlain, 5);
 CARNETEL_BENCH("add/carnetel", AddCarnetel, 5);
 CARNETEL_BENCH("add/sqlite", AddSqlite, 5);
 CARNETEL_BENCH("add/plain", AddPlain, 5);

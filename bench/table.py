@@ -35,14 +35,15 @@ def measure(binary, name):
     result = json.loads(output)["benchmarks"][0]
     if result.get("error_occurred"):
         sys.exit(f"{name}: {result['error_message']}")
-    return result["real_time"], result["peak_mb"]
+    return result["real_time"], result["peak_mb"], result.get("items_per_second")
 
 
 def print_jobs(binaries, wanted):
     results = {name: measure(binary, name) for binary in binaries for name in case_names(binary, wanted)}
     jobs = dict.fromkeys(name.split("/")[0] for name in results)
-    print("| job | carnetel ms | sqlite ms | plain ms | against sqlite | against plain | carnetel MB | sqlite MB |")
-    print("|---|---:|---:|---:|---:|---:|---:|---:|")
+    print("| job | carnetel ms | sqlite ms | plain ms | against sqlite | against plain | carnetel MB | sqlite MB "
+          "| cards/s |")
+    print("|---|---:|---:|---:|---:|---:|---:|---:|---:|")
     for job in jobs:
         row = {who: results.get(f"{job}/{who}") for who in WHO}
         if row["carnetel"] is None:
@@ -50,7 +51,8 @@ def print_jobs(binaries, wanted):
         times = [f"{row[who][0]:.2f}" if row[who] else "" for who in WHO]
         ratios = [f"{row['carnetel'][0] / row[who][0]:.2f}" if row[who] else "" for who in WHO[1:]]
         memory = [f"{row[who][1]:.0f}" if row[who] else "" for who in WHO[:2]]
-        print("| " + " | ".join([job, *times, *ratios, *memory]) + " |")
+        speed = f"{row['carnetel'][2]:,.0f}" if row["carnetel"][2] else ""
+        print("| " + " | ".join([job, *times, *ratios, *memory, speed]) + " |")
 
 
 def make_import_files(folder):

@@ -25,12 +25,18 @@ struct Arguments {
     if (found == options.end() || found->second.empty()) return std::nullopt;
     return found->second.front();
   }
+  // All values of an option that may be given several times, in their order.
+  [[nodiscard]] std::vector<std::string> Values(std::string_view option) const {
+    const auto found = options.find(option);
+    return found == options.end() ? std::vector<std::string>() : found->second;
+  }
 };
 
 struct OptionSyntax {
   std::string names;  // "-d,--directory", the long name last
   std::string value;  // what stands for the value in the help; empty for a flag
   std::string help;
+  bool repeatable = false;
 
   [[nodiscard]] std::string LongName() const { return names.substr(names.rfind(',') + 1); }
 };

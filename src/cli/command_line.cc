@@ -18,6 +18,7 @@ std::vector<Registered> RegisterOptions(CLI::App& app, const std::vector<OptionS
   for (const OptionSyntax& syntax : options) {
     CLI::Option* option = syntax.value.empty() ? app.add_flag(syntax.names)->disable_flag_override()
                                                : app.add_option(syntax.names)->expected(1);
+    if (syntax.repeatable) option->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     registered.push_back({&syntax, option});
   }
   return registered;

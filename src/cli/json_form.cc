@@ -75,6 +75,24 @@ std::string GroupLine(const GroupView& group) {
                {"members", group.members}});
 }
 
+std::string ProfileLine(const std::string& name, const std::string& kind) {
+  return Line({{"name", name}, {"kind", kind}});
+}
+
+std::string TrialLine(const TrialView& trial) {
+  Json object = Json::object({{"cards", trial.cards}});
+  for (const auto& [name, count] : trial.counts) object[name] = count;
+  Json lines = Json::array();
+  for (const TrialView::Line& line : trial.lines) {
+    Json entry = Json::object({{"line", line.line}, {"finding", line.finding}});
+    if (!line.field.empty()) entry["field"] = line.field;
+    if (!line.reason.empty()) entry["reason"] = line.reason;
+    lines.push_back(std::move(entry));
+  }
+  object["lines"] = std::move(lines);
+  return Line(object);
+}
+
 CardInput ParseCardLine(std::string_view line) {
   CardInput input;
   const Json card = Json::parse(line, nullptr, false);

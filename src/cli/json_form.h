@@ -57,6 +57,24 @@ struct GroupView {
 };
 [[nodiscard]] std::string GroupLine(const GroupView& group);
 
+// {"name": …, "kind": "plain"}
+[[nodiscard]] std::string ProfileLine(const std::string& name, const std::string& kind);
+
+// What an import would do: {"cards": 2, "cut": 1, …, "lines": [{"line": 3, "finding": "cut",
+// "field": "Nom"}]}; the lines that are refused have a "reason" and no "field".
+struct TrialView {
+  struct Line {
+    uint32_t line = 0;
+    std::string finding;
+    std::string field;
+    std::string reason;
+  };
+  uint32_t cards = 0;
+  std::vector<std::pair<std::string, int64_t>> counts;
+  std::vector<Line> lines;
+};
+[[nodiscard]] std::string TrialLine(const TrialView& trial);
+
 // A card to add: its "fields", and whether it is "marked". What else a card object holds (row,
 // offset, groups, label) says where a card was and is not looked at.
 struct CardInput {

@@ -25,6 +25,7 @@ std::vector<Command> CollectCommands() {
   Append(&commands, SelectionCommands());
   Append(&commands, GroupCommands());
   Append(&commands, TransferCommands());
+  Append(&commands, ParameterCommands());
   commands.push_back(BatchCommand());
   return commands;
 }

@@ -33,6 +33,7 @@ class TerminalMessages : public MessageForm {
 
   // The line of a script that what is said from now on belongs to; 0 for none.
   void set_script_line(int line) { script_line_ = line; }
+  [[nodiscard]] int script_line() const { return script_line_; }
 
  private:
   [[nodiscard]] bool Ask(const std::string& text);

@@ -3,11 +3,9 @@
 #include "base/format_text.h"
 #include "selection/named_sets.h"
 #include "shell/directory_chooser.h"
+#include "shell/transfer_run.h"
 #include "transfer/dbase.h"
 #include "transfer/dbase_forms.h"
-#include "transfer/delimited.h"
-#include "transfer/directory_transfer.h"
-#include "transfer/fixed.h"
 #include "transfer/fixed_layout_form.h"
 #include "transfer/rank_form.h"
 #include "transfer/saved_profiles.h"
@@ -80,19 +78,19 @@ TransferCommand::TransferCommand(Session& session, DialogHost& dialogs, Characte
 void TransferCommand::Run(TransferDirection direction) {
   parameters_.StartTransfer(direction);
   TransferForm form(direction, session_.services().files, parameters_, session_.services().messages,
-                    Callbacks(), {session_.CurrentMainFile(), session_.workstation_number()},
-                    *charset_);
+                    Callbacks(direction),
+                    {session_.CurrentMainFile(), session_.workstation_number()}, *charset_);
   dialogs_.RunTransfer(form);
   *charset_ = form.charset();
 }
 
-TransferCallbacks TransferCommand::Callbacks() {
+TransferCallbacks TransferCommand::Callbacks(TransferDirection direction) {
   TransferCallbacks callbacks;
   callbacks.browse = [this](TransferCallbacks::Filter filter) { return Browse(filter); };
   callbacks.set_parameters = [this](TransferForm& form) { SetParameters(form); };
   callbacks.manage_profiles = [this](TransferForm& form) { ManageProfiles(form); };
-  callbacks.ask_replace = [this] {
-    return dialogs_.AskReplace(parameters_.header().direction() == 0);
+  callbacks.ask_replace = [this, direction] {
+    return dialogs_.AskReplace(direction == TransferDirection::kImport);
   };
   callbacks.run = [this](const TransferJob& job) { return RunJob(job); };
   return callbacks;
@@ -182,18 +180,7 @@ TransferOutcome TransferCommand::Import(const TransferJob& job) {
   const FamilyPaths family(files, job.destination, request.destination.shared_dir);
   const auto guard = DirectoryGuard::Take(files.Canonical(family.Of(".ADR")), kGuardWait);
   if (guard == nullptr) return NoAccess(job.direction, job.destination);
-  switch (job.type) {
-    case TransferFileType::kDelimited:
-      return ImportDelimited(Services(), parameters_.profile(), request);
-    case TransferFileType::kFixed:
-      return ImportFixed(Services(), parameters_.profile(), request);
-    case TransferFileType::kDirectory:
-      return ImportDirectory(Services(), request);
-    case TransferFileType::kDbase3:
-    case TransferFileType::kDbase4:
-      break;
-  }
-  return ImportDbase(Services(), ReadStoredMapping(parameters_, job.type, job.direction), request);
+  return ImportFile(Services(), parameters_, job.type, request);
 }
 
 TransferOutcome TransferCommand::Export(const TransferJob& job) {
@@ -212,19 +199,7 @@ TransferOutcome TransferCommand::Export(const TransferJob& job) {
 
 TransferOutcome TransferCommand::ExportFrom(Directory& source, const TransferJob& job) {
   const ExportRequest request{job.destination, job.replace, job.charset};
-  switch (job.type) {
-    case TransferFileType::kDelimited:
-      return ExportDelimited(source, parameters_.profile(), request);
-    case TransferFileType::kFixed:
-      return ExportFixed(source, parameters_.profile(), request);
-    case TransferFileType::kDirectory:
-      return ExportDirectory(source, request);
-    case TransferFileType::kDbase3:
-    case TransferFileType::kDbase4:
-      break;
-  }
-  const DbaseMapping mapping = ReadStoredMapping(parameters_, job.type, job.direction);
-  return ExportDbase(source, mapping, job.type, request);
+  return ExportFile(source, parameters_, job.type, request);
 }
 
 }  // namespace carnetel

@@ -22,7 +22,7 @@ class TransferCommand {
   void Run(TransferDirection direction);
 
  private:
-  [[nodiscard]] TransferCallbacks Callbacks();
+  [[nodiscard]] TransferCallbacks Callbacks(TransferDirection direction);
   [[nodiscard]] std::optional<std::string> Browse(TransferCallbacks::Filter filter);
   void SetParameters(TransferForm& form);
   void SetDbaseImport(TransferForm& form);

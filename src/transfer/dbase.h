@@ -7,6 +7,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -39,7 +40,7 @@ static_assert(kDelimitedFields.back() == kNotes);
 [[nodiscard]] OemText StoredDbaseName(const std::string& path);
 
 struct DbaseHeaderOutcome {
-  enum class Result { kRead = 0, kUnreadable = -1, kRefused = -2 };
+  enum class Result { kRead = 0, kUnreadable = -1, kDeclined = -2 };
   Result result = Result::kRead;
   std::string message;  // UTF-8, of kUnreadable
   int title_id = 0;     // of the message, in the string table
@@ -47,7 +48,7 @@ struct DbaseHeaderOutcome {
 
 // Prepares the live import mapping of `parameters` for the table at `path`. A table of the name
 // that the stored mapping was made for keeps it, wherever it lies; for any other one the rows
-// become its columns, mapped to nothing. `*type` follows the table when the user agrees; kRefused
+// become its columns, mapped to nothing. `*type` follows the table when the user agrees; kDeclined
 // when not.
 [[nodiscard]] DbaseHeaderOutcome ReadDbaseHeader(FileSystem& files, ParameterFile& parameters,
                                                  MessageForm& messages, const std::string& path,
@@ -60,6 +61,18 @@ struct DbaseHeaderOutcome {
 [[nodiscard]] TransferOutcome ImportDbase(const DirectoryServices& services,
                                           const DbaseMapping& mapping,
                                           const ImportRequest& request);
+
+// A text that an import of a table comes upon.
+struct DbaseText {
+  uint32_t record = 0;  // from 0
+  int field = 0;        // the card field it is for
+  std::string read;     // as it stands in the table, without the blanks behind it
+  std::string taken;    // as it goes into the card, which cuts it at the size of the field
+};
+// Walks over the texts of a table as an import into a directory with that key field does; false
+// when it is none.
+bool ForEachDbaseText(ReadableFile& table, const DbaseMapping& mapping, int key_field,
+                      const std::function<void(const DbaseText& text)>& visit);
 
 // Writes a record for every card marked in the displayed group of an open directory, in the order
 // of the list. Into an existing table it writes records of that table's length, with the columns

@@ -138,7 +138,7 @@ DbaseHeaderOutcome ReadDbaseHeader(FileSystem& files, ParameterFile& parameters,
   DbaseHeader header;
   const bool read = file != nullptr && file->Read(0, header.bytes()) == DbaseHeader::kSize;
   if (!read || !header.IsTable()) return Unreadable(kNotDbase);
-  if (!AgreesToVersion(header, messages, type)) return {Result::kRefused, {}, 0};
+  if (!AgreesToVersion(header, messages, type)) return {Result::kDeclined, {}, 0};
   parameters.header().set_last_type(*type);
   mapping.columns = ReadColumns(*file, header);
   return {};

@@ -124,20 +124,30 @@ const DbaseColumn* ColumnOf(const DbaseMapping& mapping, int field) {
   return column.offset == 0 && column.length == 0 ? nullptr : &column;
 }
 
-void ReadCard(TableReader& table, uint32_t record, const DbaseMapping& mapping, int key_field,
-              CardRecord& card) {
-  card.Clear();
+// Calls `visit(text)` for every field of a record that has a column.
+template <class Visit>
+void ForEachTextOf(TableReader& table, uint32_t record, const DbaseMapping& mapping, int key_field,
+                   Visit visit) {
   for (const int field : kDbaseFields) {
     const DbaseColumn* column = ColumnOf(mapping, field);
     if (column == nullptr) continue;
-    std::string text = table.Text(record, *column);
+    DbaseText text{record, field, table.Text(record, *column), {}};
+    text.taken = text.read;
     if (field == kSte1 || field == kNom) {
-      CleanKey(text, field, key_field);
+      CleanKey(text.taken, field, key_field);
     } else if (IsNumber(field)) {
-      CleanNumber(text);
+      CleanNumber(text.taken);
     }
-    card.SetField(field, OemText(text.substr(0, column->length)));
+    text.taken = text.taken.substr(0, column->length);
+    visit(text);
   }
+}
+
+void ReadCard(TableReader& table, uint32_t record, const DbaseMapping& mapping, int key_field,
+              CardRecord& card) {
+  card.Clear();
+  ForEachTextOf(table, record, mapping, key_field,
+                [&card](const DbaseText& text) { card.SetField(text.field, OemText(text.taken)); });
 }
 
 enum class PassEnd { kDone, kAborted, kNotAdded };
@@ -179,6 +189,18 @@ TransferOutcome ImportRecords(Directory& directory, ReadableFile& source, const 
 }
 
 }  // namespace
+
+bool ForEachDbaseText(ReadableFile& table, const DbaseMapping& mapping, int key_field,
+                      const std::function<void(const DbaseText& text)>& visit) {
+  DbaseHeader header;
+  if (table.Read(0, header.bytes()) < DbaseHeader::kSize || !header.IsTable()) return false;
+  TableReader reader(table, header);
+  const uint32_t count = reader.RecordCount();
+  for (uint32_t record = 0; record < count; ++record) {
+    ForEachTextOf(reader, record, mapping, key_field, visit);
+  }
+  return true;
+}
 
 TransferOutcome ImportDbase(const DirectoryServices& services, const DbaseMapping& mapping,
                             const ImportRequest& request) {

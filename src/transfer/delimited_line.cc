@@ -46,17 +46,7 @@ DelimitedLine::DelimitedLine(const TransferProfile& profile)
 }
 
 bool DelimitedLine::Read(std::string_view line, CardRecord& card) {
-  bool stored = false;
-  size_t position = 0;
-  std::string_view text;
-  for (int rank = 1; TakeField(line, &position, &text); ++rank) {
-    for (size_t i = 0; i < ranks_.size(); ++i) {
-      if (ranks_[i] != rank) continue;
-      Store(text, kDelimitedFields[i], card);
-      stored = true;
-    }
-  }
-  return stored;
+  return ForEachField(line, [&](int field, std::string_view text) { Store(text, field, card); });
 }
 
 bool DelimitedLine::TakeField(std::string_view line, size_t* position,

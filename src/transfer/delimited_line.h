@@ -21,6 +21,22 @@ class DelimitedLine {
   // had a field, be it empty, whose rank a card field has. The text stays in the code page of its
   // file.
   bool Read(std::string_view line, CardRecord& card);
+  // Calls `visit(field, text)` for every card field that a field of the line goes into, with the
+  // text as it stands in the line. The answer of Read.
+  template <class Visit>
+  bool ForEachField(std::string_view line, Visit visit) const {
+    bool any = false;
+    size_t position = 0;
+    std::string_view text;
+    for (int rank = 1; TakeField(line, &position, &text); ++rank) {
+      for (size_t i = 0; i < ranks_.size(); ++i) {
+        if (ranks_[i] != rank) continue;
+        visit(kDelimitedFields[i], text);
+        any = true;
+      }
+    }
+    return any;
+  }
 
   // Appends the line of a card.
   void Append(const CardRecord& card, std::string& text) const;

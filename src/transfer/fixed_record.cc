@@ -32,19 +32,21 @@ FixedRecord::FixedRecord(const TransferProfile& profile)
   }
 }
 
+std::string_view FixedRecord::TextAt(std::string_view record, FixedPlace place) {
+  const std::string_view bytes = Cut(record, place);
+  return bytes.substr(0, bytes.find('\0'));
+}
+
 void FixedRecord::Read(std::string_view record, CardRecord& card) {
-  for (const int field : kFixedFields) {
-    const FixedPlace place = PlaceOf(field);
-    if (place.size <= 0) continue;
-    const std::string_view bytes = Cut(record, place);
-    work_.assign(bytes.substr(0, bytes.find('\0')));
+  ForEachField(record, [&](int field, std::string_view text) {
+    work_.assign(text);
     CleanFieldText(work_, field);
     // The size of the place counts, not that of the card field: what runs over goes on into the
     // fields behind it. Layouts in use rely on it.
     const size_t offset = kFieldTable[field].offset;
-    const size_t size = std::min(NotBelowZero(place.size), kCardSize - offset);
+    const size_t size = std::min(NotBelowZero(PlaceOf(field).size), kCardSize - offset);
     StorePadded(card.bytes(), offset, size, work_);
-  }
+  });
 }
 
 FixedRecord::Output FixedRecord::OutputOf(const CardRecord& card, int field) const {

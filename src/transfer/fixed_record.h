@@ -25,6 +25,13 @@ class FixedRecord {
   // Takes the fields of a record into `card`, in the code page of their file; what no field of the
   // profile reaches stays. A place larger than the card field goes on into the fields behind it.
   void Read(std::string_view record, CardRecord& card);
+  // Calls `visit(field, text)` for every field that has a size, with the text at its place.
+  template <class Visit>
+  void ForEachField(std::string_view record, Visit visit) const {
+    for (const int field : kFixedFields) {
+      if (PlaceOf(field).size > 0) visit(field, TextAt(record, PlaceOf(field)));
+    }
+  }
 
   // Appends the record of a card.
   void Append(const CardRecord& card, std::string& text) const;
@@ -34,6 +41,8 @@ class FixedRecord {
     std::string_view text;
     FixedPlace place;
   };
+  // Up to a zero byte.
+  [[nodiscard]] static std::string_view TextAt(std::string_view record, FixedPlace place);
   [[nodiscard]] const FixedPlace& PlaceOf(int field) const {
     return places_[static_cast<size_t>(field)];
   }

@@ -175,6 +175,8 @@ bool TransferForm::MayRun() {
 
 TransferForm::Outcome TransferForm::Act() {
   if (!may_act() || !MayRun()) return Outcome::kStays;
+  // A reading on the way, for a dBase mapping, may have brought the file's direction along.
+  parameters_.header().set_direction(direction_);
   parameters_.header().set_last_type(type_);
   parameters_.profile().set_type(type_);
   (void)parameters_.AccessParameterFile(ParameterFile::Access::kWrite, TransferFileType::kDelimited,

@@ -102,7 +102,7 @@ TEST_F(TransferCommandsTest, AFileThatGivesNoCardIsTold) {
   EXPECT_EQ(On({"import", "/t/vide.csv"}).status, 1);
 }
 
-TEST_F(TransferCommandsTest, TransfersOntoItselfAndOtherTypesAreRefused) {
+TEST_F(TransferCommandsTest, TransfersOntoItselfAndTextInADirectoryAreRefused) {
   Done({"add", "Nom=a", "--mark"});
   SetFile("/t/x.dbf", "x");
   SetFile("/t/Y.DAN", "x");
@@ -114,13 +114,12 @@ TEST_F(TransferCommandsTest, TransfersOntoItselfAndOtherTypesAreRefused) {
       EXPECT_EQ(outcome.err, "Erreur : Impossible de transférer le fichier " + std::string(file) +
                                  " sur lui-même\n");
     }
-    for (const char* file : {"/t/x.dbf", "/t/Y.DAN"}) {
-      const CliOutcome outcome = On({command, file});
-      EXPECT_EQ(outcome.status, 1);
-      EXPECT_NE(outcome.err.find("est incompatible avec le type de transfer choisi."),
-                std::string::npos);
-    }
+    const CliOutcome outcome = On({command, "/t/Y.DAN", "--type", "delimited"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err,
+              "Erreur : le fichier /t/Y.DAN est incompatible avec le type de transfer choisi.\n");
   }
+  EXPECT_EQ(TextOf("/t/Y.DAN"), "x");
   EXPECT_EQ(Family(), before);
   EXPECT_EQ(TextOf("/t/x.dbf"), "x");
 }
@@ -130,7 +129,7 @@ TEST_F(TransferCommandsTest, WrongOptionsChangeNothing) {
   const auto before = Family();
   const std::vector<Words> wrong = {{"--columns", "Nom,Nam"},   {"--columns", "Nom,Nom"},
                                     {"--columns", "#4"},        {"--columns", ""},
-                                    {"--charset", "utf-8"},     {"--type", "dbase3"},
+                                    {"--charset", "utf-8"},     {"--type", "dbase5"},
                                     {"--field-separator", "é"}, {"--card-separator", "123456789"}};
   for (const Words& options : wrong) {
     Words words = {"import", "/t/f.csv"};
@@ -140,6 +139,43 @@ TEST_F(TransferCommandsTest, WrongOptionsChangeNothing) {
   EXPECT_EQ(On({"import", "/t/absent.csv"}).status, 1);
   EXPECT_EQ(Family(), before);
   EXPECT_FALSE(files_.Exists("/home/u/carnetel/CARNETEL.TRS"));
+}
+
+TEST_F(TransferCommandsTest, ATableUnderAnotherTypeIsAskedAbout) {
+  Done({"add", "Nom=a", "--mark"});
+  const std::string question =
+      "Le fichier /t/x.dbf est incompatible avec le type de transfer choisi. Désirez-vous "
+      "poursuivre l'opération ?";
+  const Words words = {"export", "/t/x.dbf", "--type", "delimited", "--columns", "Nom"};
+  ExpectRefused(words, 1, "rien n'est transféré");
+  EXPECT_TRUE(On(words).err.starts_with(question));
+  EXPECT_FALSE(files_.Exists("/t/x.dbf"));
+  Words yes = words;
+  yes.emplace_back("--yes");
+  Done(yes);
+  EXPECT_EQ(TextOf("/t/x.dbf"), "a\r\n");
+}
+
+TEST_F(TransferCommandsTest, AnOptionOfAnotherTypeIsWrongUsage) {
+  SetFile("/t/f", "a\r\n");
+  const std::vector<std::pair<std::string, Words>> wrong = {
+      {"delimited", {"--offset", "1"}},      {"delimited", {"--size", "1"}},
+      {"delimited", {"--place", "Nom@0:1"}}, {"delimited", {"--map", "Nom=1"}},
+      {"fixed", {"--columns", "Nom"}},       {"fixed", {"--field-separator", ";"}},
+      {"dbase3", {"--card-separator", "LF"}}};
+  for (const auto& [type, option] : wrong) {
+    Words words = {"import", "/t/f", "--type", type};
+    words.insert(words.end(), option.begin(), option.end());
+    ExpectRefused(words, 2, "l'option " + option[0] + " n'a pas de sens avec le type " + type);
+  }
+}
+
+TEST_F(TransferCommandsTest, WhatWasUsedIsKeptEvenWithoutMarks) {
+  ExpectRefused({"export", "/t/s.csv", "--columns", "Ville", "--replace"}, 1,
+                "Pas de sélection disponible");
+  ParameterFile kept(files_, "/home/u/carnetel/CARNETEL.TRS");
+  kept.StartTransfer(TransferDirection::kImport);
+  EXPECT_EQ(kept.profile().rank(kVille), 1);
 }
 
 TEST_F(TransferCommandsTest, ExportThatCannotOpenItsFileFails) {

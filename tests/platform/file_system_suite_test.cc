@@ -1,5 +1,5 @@
-// One suite for the file system of the machine and the one in memory: what the stores and the tests
-// of the stores rely on must hold for both.
+// One suite for the file system of the machine, the one in memory and the view over another one:
+// what the stores and the tests of the stores rely on must hold for all.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -12,6 +12,7 @@
 #include "platform/clock.h"
 #include "platform/file_system.h"
 #include "platform/memory_file_system.h"
+#include "platform/overlay_file_system.h"
 #include "platform/posix_file_system.h"
 #include "tests/support/fresh_folder.h"
 
@@ -49,6 +50,19 @@ class MemorySystem : public System {
   MemoryFileSystem files_{clock_};
 };
 
+// A view of the machine's files that keeps every change to itself.
+class OverlaySystem : public System {
+ public:
+  FileSystem& files() override { return files_; }
+  std::string folder() override { return folder_.path(); }
+
+ private:
+  SystemClock clock_;
+  PosixFileSystem base_;
+  OverlayFileSystem files_{base_, clock_};
+  FreshFolder folder_;
+};
+
 struct SystemCase {
   std::string name;
   std::function<std::unique_ptr<System>()> make;
@@ -79,7 +93,8 @@ class FileSystemSuite : public ::testing::TestWithParam<SystemCase> {
 INSTANTIATE_TEST_SUITE_P(
     Systems, FileSystemSuite,
     ::testing::Values(SystemCase{"Posix", [] { return std::make_unique<PosixSystem>(); }},
-                      SystemCase{"Memory", [] { return std::make_unique<MemorySystem>(); }}),
+                      SystemCase{"Memory", [] { return std::make_unique<MemorySystem>(); }},
+                      SystemCase{"Overlay", [] { return std::make_unique<OverlaySystem>(); }}),
     [](const auto& system_case) { return system_case.param.name; });
 
 std::string ReadText(File& file, uint64_t position, size_t size) {

@@ -148,7 +148,7 @@ TEST_F(DbaseHeaderTest, ARefusedVersionLeavesTheType) {
   SetTable(Table({{"A", 3}}, {}));
   SilentMessages refusing(MessageButton::kCancel);
   const DbaseHeaderOutcome outcome = ReadDbaseHeader(files_, parameters_, refusing, kTable, &type_);
-  EXPECT_EQ(outcome.result, Result::kRefused);
+  EXPECT_EQ(outcome.result, Result::kDeclined);
   EXPECT_EQ(static_cast<int>(outcome.result), -2);
   EXPECT_EQ(outcome.message, "");
   EXPECT_EQ(type_, TransferFileType::kDbase4);
