@@ -46,7 +46,7 @@ QWidget* DbaseExportDialog::MakeName(int line) {
                {[this, line] { return form_.name(FieldOf(line)); },
                 [this, line](const std::string& text) { form_.SetName(FieldOf(line), text); },
                 {}});
-  name->setMinimumWidth(fontMetrics().horizontalAdvance(QString(kNameCharacters + 1, u'W')));
+  name->setMinimumWidth(fontMetrics().horizontalAdvance(QString(kNameCharacters + 1, u'N')));
   return name;
 }
 

@@ -10,6 +10,8 @@ namespace {
 constexpr int kDialog = 111;
 constexpr int kPlaceDigits = 3;
 constexpr int kSizeDigits = 2;
+// Free space between the two inputs at the top, in characters.
+constexpr int kGap = 3;
 
 QString NameOf(FixedInput input) {
   switch (input.kind) {
@@ -51,7 +53,7 @@ FixedLayoutDialog::FixedLayoutDialog(FixedLayoutForm& form, QWidget* parent)
 QLayout* FixedLayoutDialog::MakeHead() {
   auto* line = new QHBoxLayout;
   AddToHead(*line, "&Début", FixedInputKind::kFirstCard);
-  line->addSpacing(line->spacing());
+  line->addSpacing(fontMetrics().averageCharWidth() * kGap);
   AddToHead(*line, "Taille &fiche", FixedInputKind::kRecordSize);
   line->addStretch();
   return line;

@@ -9,6 +9,8 @@ namespace {
 
 constexpr int kDialog = 113;
 constexpr int kRankDigits = 2;
+// Free space between the two separators, in characters.
+constexpr int kGap = 3;
 constexpr int kSeparatorCharacters = static_cast<int>(TransferProfile::kMaxSeparator);
 
 QString RankName(int line) {
@@ -36,7 +38,7 @@ RankDialog::RankDialog(RankForm& form, QWidget* parent)
 QLayout* RankDialog::MakeSeparators() {
   auto* line = new QHBoxLayout;
   AddSeparator(*line, "Séparateur de &champ", "field_separator", SeparatorKind::kField);
-  line->addSpacing(line->spacing());
+  line->addSpacing(fontMetrics().averageCharWidth() * kGap);
   AddSeparator(*line, "Séparateur de &fiche", "card_separator", SeparatorKind::kCard);
   line->addStretch();
   return line;
@@ -46,6 +48,7 @@ void RankDialog::AddSeparator(QHBoxLayout& line, const char* label, const char* 
                               SeparatorKind kind) {
   auto* list = new PickerCombo(0, this);
   list->setObjectName(QString::fromLatin1(name));
+  list->setAccessibleName(QString::fromUtf8(label).remove(u'&'));
   list->setEditable(true);
   // A text that begins as a row does is not that row.
   list->setDuplicatesEnabled(true);
@@ -56,7 +59,7 @@ void RankDialog::AddSeparator(QHBoxLayout& line, const char* label, const char* 
   list->setMaxVisibleItems(static_cast<int>(rows.size()));
   list->setMinimumContentsLength(kSeparatorCharacters);
   list->setLineEdit(
-      MakeEdit(QStringLiteral("edit"), {}, kSeparatorCharacters, {},
+      MakeEdit(QStringLiteral("edit"), list->accessibleName(), kSeparatorCharacters, {},
                {[this, kind] { return form_.separator_text(kind); },
                 [this, kind](const std::string& text) { form_.TypeSeparator(kind, text); },
                 [this, kind] { form_.LeaveSeparator(kind); }}));
@@ -67,7 +70,6 @@ void RankDialog::AddSeparator(QHBoxLayout& line, const char* label, const char* 
   });
   auto* text = new QLabel(QString::fromUtf8(label), this);
   text->setBuddy(list);
-  list->setAccessibleName(text->text().remove(u'&'));
   line.addWidget(text);
   line.addWidget(list);
 }

@@ -31,6 +31,11 @@ StructureDialog::StructureDialog(int number, TransferDirection direction, QWidge
     : FixedDialog(number, direction == TransferDirection::kImport ? kImportTopic : kExportTopic,
                   parent) {}
 
+// The input with the focus is left when it goes, which is nothing to its rules any more.
+StructureDialog::~StructureDialog() {
+  for (const QWidget* input : findChildren<QWidget*>()) input->disconnect(this);
+}
+
 FilteredEdit* StructureDialog::MakeEdit(const QString& name, const QString& label, int characters,
                                         const EntryRule& rule, Input input) {
   auto* edit = new FilteredEdit(0, rule, characters, this);
@@ -115,13 +120,16 @@ QGridLayout* StructureDialog::MakeLines(std::span<const int> lines, const QStrin
     QWidget* label = line == kReferenceLine ? MakeReferences() : nullptr;
     const QList<QWidget*> inputs = make(line);
     if (label == nullptr) label = MakeLabel(line, inputs.front());
-    grid->addWidget(label, row, column++);
+    grid->addWidget(label, row, column++,
+                    line == kReferenceLine ? Qt::AlignRight : Qt::Alignment());
     for (QWidget* input : inputs) {
       const qsizetype heading = inputs.indexOf(input);
       if (row == 1 && heading < headings.size()) {
         grid->addWidget(new QLabel(headings[heading], this), 0, column, Qt::AlignHCenter);
       }
-      grid->addWidget(input, row, column++);
+      // Below its heading where there is one.
+      const bool headed = heading < headings.size();
+      grid->addWidget(input, row, column++, headed ? Qt::AlignHCenter : Qt::Alignment());
     }
     if (at == 0) {
       second_column = column + 1;

@@ -14,12 +14,16 @@
 #include "transfer/transfer.h"
 
 class QGridLayout;
-class QVBoxLayout;
 
 namespace carnetel::desktop {
 
 class StructureDialog : public FixedDialog {
   Q_OBJECT
+
+ public:
+  ~StructureDialog() override;
+  StructureDialog(const StructureDialog&) = delete;
+  StructureDialog& operator=(const StructureDialog&) = delete;
 
  protected:
   // The page of the help is that of the direction.
@@ -35,7 +39,7 @@ class StructureDialog : public FixedDialog {
   FilteredEdit* MakeEdit(const QString& name, const QString& label, int characters,
                          const EntryRule& rule, Input input);
   FilteredEdit* MakeNumber(const QString& name, const QString& label, int digits, Input input);
-  // A drop-down that is chosen by position. `text` of what it shows is the caller's to keep.
+  // A drop-down that shows the row at `position`.
   PickerCombo* MakeList(const QString& name, const QString& label, const QStringList& rows,
                         std::function<int()> position, std::function<void(int)> choose);
   // Shows what the rules have now, everywhere.

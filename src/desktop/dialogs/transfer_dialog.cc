@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "base/string_table.h"
+#include "desktop/controls/wait_cursor.h"
 #include "shell/command_table.h"
 
 namespace carnetel::desktop {
@@ -175,6 +176,7 @@ void TransferDialog::ManageProfiles() {
 
 // After a transfer that was made the dialog stays for a further one.
 void TransferDialog::Act() {
+  const WaitCursor wait;
   const TransferForm::Outcome outcome = form_.Act();
   if (outcome == TransferForm::Outcome::kFailed) {
     reject();

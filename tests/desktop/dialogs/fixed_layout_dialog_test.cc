@@ -108,8 +108,6 @@ TEST_F(FixedLayoutDialogTest, AnInputLeftEmptyBecomesZero) {
 }
 
 TEST_F(FixedLayoutDialogTest, ASizeAboveTheStoredCardIsPutBack) {
-  Enter("record_size", "50");
-  for (const char* name : {"size_0", "size_26"}) Enter(name, "1");
   parameters.profile().set_card_size(50);
   Open();
   const QString former = Text("size_10");

@@ -129,7 +129,7 @@ TEST_F(RankDialogTest, SeparatorsAreChosenOrTyped) {
   ExpectWheelChangesNothing(*dialog);
 }
 
-// "lf" is no name; with a list that completes it would become one.
+// "cr" is no name, and does not become one because the list has it in capitals.
 TEST_F(RankDialogTest, ATypedSeparatorIsNotCompleted) {
   Enter("card_separator", "c");
   EXPECT_EQ(Text("card_separator"), "c");
