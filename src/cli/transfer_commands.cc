@@ -157,6 +157,12 @@ int RunExport(CliSession& session, const Arguments& arguments) {
   if (options.replace && there && !session.Confirm(kToBeDestroyed, setup->file)) {
     return session.Fail("rien n'est remplacé");
   }
+  std::shared_ptr<void> guard;
+  if (setup->type == TransferFileType::kDirectory) {
+    const std::string address = FamilyPaths(session.files(), setup->file).Of(".ADR");
+    guard = session.environment().take_guard(session.files().Canonical(address));
+    if (guard == nullptr) return session.Fail(setup->file + " est ouvert par un autre programme");
+  }
   const ExportRequest request{setup->file, options.replace || !there, options.charset};
   const TransferOutcome outcome = ExportFile(*directory, setup->parameters, setup->type, request);
   if (outcome.not_opened) return session.Fail(FormatText(kNoAccess, setup->file));

@@ -198,6 +198,16 @@ TransferOutcome TransferCommand::Export(const TransferJob& job) {
 }
 
 TransferOutcome TransferCommand::ExportFrom(Directory& source, const TransferJob& job) {
+  std::unique_ptr<DirectoryGuard> guard;
+  if (job.type == TransferFileType::kDirectory) {
+    // With seats a directory of the same name shares the source's address file, and its guard.
+    const FamilyPaths family(source.files(), job.destination, source.paths().shared_dir());
+    const std::string address = family.Of(".ADR");
+    if (address != source.paths().Of(".ADR")) {
+      guard = DirectoryGuard::Take(source.files().Canonical(address), kGuardWait);
+      if (guard == nullptr) return NoAccess(job.direction, job.destination);
+    }
+  }
   const ExportRequest request{job.destination, job.replace, job.charset};
   return ExportFile(source, parameters_, job.type, request);
 }

@@ -132,8 +132,12 @@ bool TransferForm::TakeExtension() {
         messages_.ShowMessage(MessageStyle::kYesNoDefaultNo, title_id(), kDoubtfulType, foreign());
     if (answer != MessageButton::kYes) return false;
   }
-  // An export gets the extension without a word, whatever was typed.
-  if (type_ == TransferFileType::kDirectory) foreign() = PathMerge(foreign(), ".DAN");
+  // An export gets the extension without a word, whatever was typed. A directory that is there in
+  // another case is the one the engine will take: the checks and the question must be about it.
+  if (type_ == TransferFileType::kDirectory) {
+    foreign() = FamilyPaths(files_, PathMerge(foreign(), ".DAN")).Main();
+  }
+  if (imports()) destination_ = FamilyPaths(files_, destination_).Main();
   return true;
 }
 

@@ -29,6 +29,13 @@ TEST_F(DirectoryTransferCommandTest, AnExportMakesASubFileOrCompletesOne) {
   EXPECT_FALSE(files_.Exists("/t/SUB.txt"));
 }
 
+TEST_F(DirectoryTransferCommandTest, AnExportGuardsItsDestinationToo) {
+  Done({"mark", "1"});
+  guarded_.clear();
+  Done({"export", "/t/SUB.DAN"});
+  EXPECT_EQ(guarded_, (std::vector<std::string>{"/d/CLIENTS.ADR", "/t/SUB.ADR"}));
+}
+
 TEST_F(DirectoryTransferCommandTest, AnImportAddsAllCardsOfTheOther) {
   Run({"-d", "/t/x", "create"});
   Run({"-d", "/t/x", "add", "Nom=Zola"});

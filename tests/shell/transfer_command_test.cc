@@ -148,6 +148,37 @@ TEST_F(TransferWindow, TheMarksOfADisplayedGroupGoOut) {
   EXPECT_EQ(TextOf(home + "groupe.csv"), ";;;;ALPHA;;;;;LYON;;;;;;;;;;;;;;\r\n");
 }
 
+TEST_F(TransferWindow, TheListStaysWhereItWasAfterAnExportAndAfterALeftForm) {
+  Start();
+  list().SetCurrentRow(1);
+  dialogs.transfer = [](TransferForm&) { return 0; };
+  view.Run(kCommandImport);
+  EXPECT_EQ(list().current_row(), 1);
+  list().ToggleMark(1);
+  list().SetCurrentRow(1);
+  WillTransfer(home + "sortie.csv", TransferFileType::kDelimited);
+  view.Run(kCommandExport);
+  EXPECT_EQ(outcomes, Outcomes{kFinished});
+  EXPECT_EQ(list().current_row(), 1);
+}
+
+TEST_F(TransferWindow, ADirectoryThatAnotherProgramHasOpenIsNoDestinationOfAnExport) {
+  Build(home + "AUTRE", {CardWith({{kSte1, "X"}})});
+  const auto before = memory.Contents(home + "AUTRE.DAN");
+  Start();
+  view.Run(kCommandSelectAll);
+  const auto other = DirectoryGuard::Take(memory.Canonical(home + "AUTRE.ADR"), {});
+  ASSERT_NE(other, nullptr);
+  dialogs.replaces.emplace_back(true);
+  WillTransfer(home + "AUTRE.DAN", TransferFileType::kDirectory);
+  view.Run(kCommandExport);
+  EXPECT_EQ(outcomes, Outcomes{TransferForm::Outcome::kFailed});
+  const auto shown = messages.TakeShown();
+  ASSERT_EQ(shown.size(), 1U);
+  EXPECT_EQ(shown[0].text, "Accès au fichier " + home + "AUTRE.DAN impossible");
+  EXPECT_EQ(memory.Contents(home + "AUTRE.DAN"), before);
+}
+
 TEST_F(TransferWindow, AnotherDirectoryCanBeTheDestinationOfAnImport) {
   Build(home + "AUTRE", {CardWith({{kSte1, "X"}})});
   SetText(home + "liste.csv", ";;;GAMMA\r\n");

@@ -262,6 +262,36 @@ TEST_F(TransferFormTest, ADirectoryIsNotImportedIntoItself) {
   EXPECT_TRUE(jobs_.empty());
 }
 
+TEST_F(TransferFormTest, TheOpenDirectoryIsNotExportedOntoItselfInAnotherCase) {
+  TransferForm& form = Export("/d/clients.dan");
+  EXPECT_EQ(form.Act(), TransferForm::Outcome::kStays);
+  EXPECT_EQ(Shown().size(), 1U);
+  EXPECT_TRUE(jobs_.empty());
+}
+
+TEST_F(TransferFormTest, ADirectoryThatIsThereInAnotherCaseIsAskedFor) {
+  MakeDirectory("/d/AUTRE.DAN", 0);
+  TransferForm& form = Export("/d/autre");
+  form.set_type(TransferFileType::kDirectory);
+  EXPECT_EQ(form.Act(), TransferForm::Outcome::kFinished);
+  EXPECT_EQ(questions_, 1);
+  ASSERT_EQ(jobs_.size(), 1U);
+  EXPECT_EQ(jobs_[0].destination, "/d/AUTRE.DAN");
+  EXPECT_FALSE(jobs_[0].replace);
+}
+
+TEST_F(TransferFormTest, TheDestinationOfAnImportIsAskedForInAnotherCase) {
+  MakeDirectory("/d/AUTRE.DAN", 0);
+  TransferForm& form = Import("/d/liste.csv");
+  chosen_ = "/d/autre.dan";
+  EXPECT_TRUE(form.Browse(TransferSide::kDestination));
+  EXPECT_EQ(form.Act(), TransferForm::Outcome::kFinished);
+  EXPECT_EQ(questions_, 1);
+  ASSERT_EQ(jobs_.size(), 1U);
+  EXPECT_EQ(jobs_[0].destination, "/d/AUTRE.DAN");
+  EXPECT_FALSE(jobs_[0].replace);
+}
+
 TEST_F(TransferFormTest, ADirectoryOfAnotherSeatIsRefused) {
   MakeDirectory("/d/PRIVE.DAN", 4);
   for (const auto direction : {TransferDirection::kImport, TransferDirection::kExport}) {
