@@ -151,6 +151,8 @@ void MainWindowLogic::Transfer(TransferDirection direction) {
   pickers_.StorePosition();
   const std::string former = session_.CurrentMainFile();
   TransferCommand(session_, dialogs_, &charset_).Run(direction);
+  // The program was ended from outside while the dialog was open: nothing is opened again.
+  if (ended_) return;
   if (session_.directory() == nullptr) session_.OpenDirectoryChecked(former, false);
   ReloadAfterOpen();
 }

@@ -110,6 +110,8 @@ void MainWindowLogic::ManageGroups() {
                   [this](const GroupDescription& offered) { return dialogs_.AskGroup(offered); },
                   {static_cast<size_t>(pickers_.group()), pickers_.SetName()});
   dialogs_.RunGroups(form);
+  // The program was ended from outside while the dialog was open.
+  if (session_.directory() == nullptr) return;
   pickers_.ReloadGroups();
   pickers_.PickGroup(pickers_.group());
   ShowPickers();

@@ -179,6 +179,26 @@ TEST_F(TransferWindow, ADirectoryThatAnotherProgramHasOpenIsNoDestinationOfAnExp
   EXPECT_EQ(memory.Contents(home + "AUTRE.DAN"), before);
 }
 
+TEST_F(TransferWindow, AnEndFromOutsideDuringTheDialogOpensNothingAgain) {
+  Start();
+  dialogs.transfer = [this](TransferForm&) {
+    window().QuitUnasked();
+    return 0;
+  };
+  view.Run(kCommandImport);
+  EXPECT_EQ(session->directory(), nullptr);
+}
+
+TEST_F(TransferWindow, AnEndFromOutsideDuringTheDialogOfGroupsIsTheEnd) {
+  Start();
+  dialogs.groups = [this](GroupsForm&) {
+    window().QuitUnasked();
+    return 0;
+  };
+  view.Run(kCommandGroups);
+  EXPECT_EQ(session->directory(), nullptr);
+}
+
 TEST_F(TransferWindow, AnotherDirectoryCanBeTheDestinationOfAnImport) {
   Build(home + "AUTRE", {CardWith({{kSte1, "X"}})});
   SetText(home + "liste.csv", ";;;GAMMA\r\n");
