@@ -52,6 +52,10 @@ std::string PathMerge(std::string_view base, std::string_view overlay) {
   return ComposePath(OverlayPieces(PathSplit(base), PathSplit(overlay)));
 }
 
+bool HasExtension(std::string_view path, std::string_view extension) {
+  return CompareKey(PathSplit(path).extension, extension, extension.size() + 1) == 0;
+}
+
 AnsiText UpperCasePath(AnsiText path) {
   for (char& c : path.bytes()) c = static_cast<char>(AnsiCapital(static_cast<unsigned char>(c)));
   return path;

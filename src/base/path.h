@@ -32,6 +32,9 @@ struct PathPieces {
 // The path of `base` with every piece that `overlay` has put in its place.
 [[nodiscard]] std::string PathMerge(std::string_view base, std::string_view overlay);
 
+// Whether the path's extension is this one (with its dot), without regard to case.
+[[nodiscard]] bool HasExtension(std::string_view path, std::string_view extension);
+
 // For the paths in hand-off records and exchange replies, which receivers expect in capitals:
 // ASCII and accented letters alike. No path that is opened may pass through here, since case
 // matters in folders.

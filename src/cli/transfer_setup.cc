@@ -18,10 +18,6 @@ constexpr int kOntoItself = 181;
 constexpr int kWrongType = 182;
 constexpr int kDoubtfulType = 183;
 
-bool HasExtension(const std::string& path, std::string_view extension) {
-  return CompareKey(PathSplit(path).extension, extension, extension.size() + 1) == 0;
-}
-
 bool IsFile(FileSystem& files, const std::string& path) {
   return files.Exists(path) && !files.IsFolder(path);
 }
@@ -64,20 +60,13 @@ class Preparation {
   // What can be told before the parameter file is made.
   bool MayBegin() {
     const std::string& file = setup_.file;
-    if (LeadsToItself()) return Refuse(FormatText(kOntoItself, file));
+    if (session_.Family()->Holds(setup_.file)) return Refuse(FormatText(kOntoItself, file));
     const bool there = IsFile(files(), file) || files().Exists(FamilyPaths(files(), file).Main());
     if (imports() && !there) return Refuse(FormatText(kNoAccess, file));
     const auto given = setup_.options.type;
     const bool other = given && *given != TransferFileType::kDirectory;
     // Text or records would ruin a main file.
     return !other || !HasExtension(file, ".DAN") || Refuse(FormatText(kWrongType, file));
-  }
-
-  bool LeadsToItself() {
-    const std::string file = files().Canonical(setup_.file);
-    return std::ranges::any_of(kFamilyExtensions, [&](std::string_view extension) {
-      return files().Canonical(session_.Family()->Of(extension)) == file;
-    });
   }
 
   bool LoadProfile() {
@@ -123,7 +112,8 @@ class Preparation {
       // An export gets the extension whatever was given.
       const std::string main = is_main ? setup_.file : PathMerge(setup_.file, ".DAN");
       setup_.file = FamilyPaths(files(), main).Main();
-      if (LeadsToItself()) return Refuse(FormatText(kOntoItself, setup_.options.file));
+      if (session_.Family()->Holds(setup_.file))
+        return Refuse(FormatText(kOntoItself, setup_.options.file));
     }
     const bool usable = imports() ? IsFile(files(), setup_.file) : !files().IsFolder(setup_.file);
     if (!usable) return Refuse(FormatText(kNoAccess, setup_.file));

@@ -32,20 +32,13 @@ int RunIndex(CliSession& session, const Arguments& arguments) {
   return kDone;
 }
 
-bool IsOfOpenFamily(CliSession& session, const std::string& path) {
-  const std::string file = session.files().Canonical(path);
-  return std::ranges::any_of(kFamilyExtensions, [&](std::string_view extension) {
-    return session.files().Canonical(session.Family()->Of(extension)) == file;
-  });
-}
-
 int RunRecover(CliSession& session, const Arguments& arguments) {
   const std::string& path = arguments.positionals.front();
   if (!session.files().Exists(path) || session.files().IsFolder(path)) {
     return session.Fail(FormatText(kNoAccess, path));
   }
   if (session.Family() == nullptr) return kRefused;
-  if (IsOfOpenFamily(session, path)) return session.Fail(FormatText(kOntoItself, path));
+  if (session.Family()->Holds(path)) return session.Fail(FormatText(kOntoItself, path));
   Directory* directory = session.Open();
   if (directory == nullptr) return kRefused;
   const Recovery recovery = RecoverCards(*directory, path);

@@ -16,7 +16,4 @@ bool SetMark(Directory& directory, uint32_t row, bool marked);
 // Marks or unmarks every card.
 void SetAllMarks(Directory& directory, bool marked);
 
-// Counts the marks of the entries, whatever the counter says.
-[[nodiscard]] int32_t CountMarks(const Directory& directory);
-
 }  // namespace carnetel

@@ -91,10 +91,6 @@ bool MatchesFilter(std::string_view name, std::string_view pattern) {
   return pattern == "*.*" || MatchesPattern(name, pattern);
 }
 
-bool HasExtension(std::string_view name, std::string_view extension) {
-  return CompareKey(PathSplit(name).extension, extension, extension.size() + 1) == 0;
-}
-
 void SortNames(std::vector<std::string>& names) {
   std::vector<std::pair<std::u32string, std::string>> keyed;
   keyed.reserve(names.size());

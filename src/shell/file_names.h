@@ -24,8 +24,6 @@ struct FileFilter {
 // "*.*" means every file here too, with or without a dot.
 [[nodiscard]] bool MatchesFilter(std::string_view name, std::string_view pattern);
 
-[[nodiscard]] bool HasExtension(std::string_view name, std::string_view extension);
-
 // Numbers count as such; accents and case only between names that are equal without them.
 void SortNames(std::vector<std::string>& names);
 

@@ -79,7 +79,9 @@ void TransferCommand::Run(TransferDirection direction) {
   parameters_.StartTransfer(direction);
   TransferForm form(direction, session_.services().files, parameters_, session_.services().messages,
                     Callbacks(direction),
-                    {session_.CurrentMainFile(), session_.workstation_number()}, *charset_);
+                    {session_.CurrentMainFile(), session_.workstation_number(),
+                     session_.lan_on() ? session_.shared_dir() : std::string()},
+                    *charset_);
   dialogs_.RunTransfer(form);
   *charset_ = form.charset();
 }

@@ -64,14 +64,6 @@ int32_t KeepMarkedEntries(Directory& directory, const std::vector<EntrySlot>& ol
   return kept;
 }
 
-int32_t MarksOf(const Directory& directory) {
-  int32_t marks = 0;
-  for (uint32_t row = 0; row < directory.address().entry_count(); ++row) {
-    if (directory.address().Entry(row).bit(directory.selection_bit())) ++marks;
-  }
-  return marks;
-}
-
 }  // namespace
 
 AddressReorder::AddressReorder(Directory& directory, int key_field)
@@ -96,7 +88,7 @@ void AddressReorder::CarryOver() {
     entry.TakeMarks(found == findable.end() ? not_found : *found->second);
     address.SetEntry(row, entry);
   }
-  directory_.set_marked_count(MarksOf(directory_));
+  directory_.set_marked_count(CountMarks(directory_));
   directory_.CloseListView();
 }
 
@@ -110,7 +102,7 @@ bool RefreshAddressFile(Directory& directory, RefreshView view, bool quiet) {
   } else {
     AddressHeader& header = directory.address().header();
     header.set_count(static_cast<uint16_t>(directory.address().entry_count()));
-    directory.set_marked_count(MarksOf(directory));
+    directory.set_marked_count(CountMarks(directory));
   }
   directory.CloseListView();
   return true;

@@ -236,4 +236,12 @@ Directory::Batch::~Batch() {
   directory_.Commit();
 }
 
+int32_t CountMarks(const Directory& directory) {
+  int32_t count = 0;
+  for (uint32_t row = 0; row < directory.address().entry_count(); ++row) {
+    if (directory.address().Entry(row).bit(directory.selection_bit())) ++count;
+  }
+  return count;
+}
+
 }  // namespace carnetel

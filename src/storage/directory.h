@@ -170,4 +170,7 @@ class Directory {
   EntryChange last_removed_;
 };
 
+// Counts the marks of the displayed group's entries, whatever the counter says.
+[[nodiscard]] int32_t CountMarks(const Directory& directory);
+
 }  // namespace carnetel

@@ -37,7 +37,7 @@ void DeleteFilesOfGroups(FileSystem& files, const std::string& group_path) {
         CopyFieldText(ByteView(bytes).subspan(kGroupFileNameOffset), kGroupFileNameSize);
     // A bare name lies beside the groups; anything else, a main file above all, is not a name that
     // a group was ever given.
-    const bool main_file = CompareKey(PathSplit(name).extension, ".DAN", 5) == 0;
+    const bool main_file = HasExtension(name, ".DAN");
     if (name.empty() || main_file || name.find('/') != std::string::npos) continue;
     RemoveIfThere(files, PathSplit(group_path).folder + name);
   }
@@ -70,6 +70,13 @@ std::string FamilyPaths::Of(std::string_view extension) const {
 
 std::string FamilyPaths::BesideMain(std::string_view extension) const {
   return Existing(stem_ + std::string(extension));
+}
+
+bool FamilyPaths::Holds(const std::string& path) const {
+  const std::string file = files_->Canonical(path);
+  return std::ranges::any_of(kFamilyExtensions, [&](std::string_view extension) {
+    return files_->Canonical(Of(extension)) == file;
+  });
 }
 
 bool DeleteDirectoryFiles(FileSystem& files, const std::string& path, const std::string& shared_dir,

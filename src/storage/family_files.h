@@ -34,6 +34,8 @@ class FamilyPaths {
   [[nodiscard]] std::string Of(std::string_view extension) const;
   // The same in the directory's own folder, seats or not.
   [[nodiscard]] std::string BesideMain(std::string_view extension) const;
+  // Whether the path leads to a file of the family, whatever way it is written.
+  [[nodiscard]] bool Holds(const std::string& path) const;
   [[nodiscard]] std::string Main() const { return BesideMain(".DAN"); }
 
  private:

@@ -19,10 +19,6 @@ constexpr int kWrongType = 182;
 constexpr int kDoubtfulType = 183;
 constexpr int kPrivateOfOther = 189;
 
-bool HasExtension(const std::string& path, std::string_view extension) {
-  return CompareKey(PathSplit(path).extension, extension, extension.size() + 1) == 0;
-}
-
 TransferFileType TypeOf(int16_t stored) {
   constexpr auto kLast = static_cast<int16_t>(TransferFileType::kDbase4);
   return static_cast<TransferFileType>(std::clamp<int16_t>(stored, 0, kLast));
@@ -143,12 +139,8 @@ bool TransferForm::TakeExtension() {
 
 // Onto itself, or onto another file of the directory's own family.
 bool TransferForm::LeadsToItself() const {
-  const std::string file = files_.Canonical(foreign_path());
-  const FamilyPaths family(files_, directory_path());
-  if (source_ == destination_ || file == files_.Canonical(directory_path())) return true;
-  const bool own = std::ranges::any_of(kFamilyExtensions, [&](std::string_view extension) {
-    return files_.Canonical(family.Of(extension)) == file;
-  });
+  if (source_ == destination_) return true;
+  const bool own = FamilyPaths(files_, directory_path(), place_.shared_dir).Holds(foreign_path());
   const auto stem = [this](const std::string& path) {
     PathPieces pieces = PathSplit(files_.Canonical(path));
     pieces.extension.clear();

@@ -45,6 +45,7 @@ struct TransferCallbacks {
 struct TransferPlace {
   std::string directory;  // its main file
   int32_t workstation = 0;
+  std::string shared_dir = {};  // folder of the seat's own files; empty without seats
 };
 
 class TransferForm {

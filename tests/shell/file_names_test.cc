@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/path.h"
 #include "base/string_table.h"
 
 namespace carnetel {

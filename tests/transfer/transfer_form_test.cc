@@ -41,7 +41,7 @@ class TransferFormTest : public ::testing::Test {
       return outcome_;
     };
     form_.emplace(direction, files_, parameters_, messages_, callbacks,
-                  TransferPlace{"/d/CLIENTS.DAN", workstation}, CharacterSet::kOem);
+                  TransferPlace{"/d/CLIENTS.DAN", workstation, shared_dir_}, CharacterSet::kOem);
     return *form_;
   }
   TransferForm& Import(const std::string& source) {
@@ -70,6 +70,7 @@ class TransferFormTest : public ::testing::Test {
   MemoryFileSystem files_{clock_};
   ParameterFile parameters_{files_, "/home/CARNETEL.TRS"};
   SilentMessages messages_{MessageButton::kNo};
+  std::string shared_dir_;
   std::optional<TransferForm> form_;
   std::optional<std::string> chosen_;
   std::optional<bool> replace_ = false;
@@ -251,6 +252,16 @@ TEST_F(TransferFormTest, NothingIsTransferredOntoItself) {
   EXPECT_EQ(form.Act(), TransferForm::Outcome::kStays);
   EXPECT_EQ(Shown(), std::vector<std::string>{kExport + text});
   EXPECT_TRUE(jobs_.empty());
+}
+
+TEST_F(TransferFormTest, NorOntoTheSeatsOwnFiles) {
+  shared_dir_ = "/poste/";
+  files_.SetContents("/poste/CLIENTS.GRP", AsBytes("groupes"));
+  TransferForm& form = Export("/poste/CLIENTS.GRP");
+  EXPECT_EQ(form.Act(), TransferForm::Outcome::kStays);
+  EXPECT_EQ(Shown().size(), 1U);
+  // Beside the main file it is any other file.
+  EXPECT_EQ(Export("/d/CLIENTS.GRP").Act(), TransferForm::Outcome::kFinished);
 }
 
 TEST_F(TransferFormTest, ADirectoryIsNotImportedIntoItself) {
