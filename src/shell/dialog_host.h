@@ -19,6 +19,9 @@ class InvalidFileForm;
 class NamedSetsForm;
 class NumberForm;
 class PreferencesForm;
+class PrintForm;
+class PrinterChoiceForm;
+class PrinterPort;
 class RankForm;
 class SearchForm;
 class TransferForm;
@@ -58,6 +61,10 @@ class DialogHost {
   // The destination of a transfer is there: true to replace it, false to add to it, nothing when
   // the user leaves.
   virtual std::optional<bool> AskReplace(bool imports) = 0;
+  virtual void RunPrint(PrintForm& form) = 0;
+  virtual bool RunPrinterChoice(PrinterChoiceForm& form) = 0;
+  // The printers of the system; lives as long as the dialogs.
+  virtual PrinterPort& Printers() = 0;
   virtual void ShowAbout() = 0;
   // The box that asks for patience, without a button; it stays until it is hidden.
   virtual void ShowPatience(bool shown) = 0;

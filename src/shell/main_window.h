@@ -128,6 +128,7 @@ class MainWindowLogic : private CardList::Observer {
   void ManageGroups();
   void Search();
   void GoToNumber();
+  void Print();
   void ShowPickers();
   void DeleteCard();
   void DeleteMarked();

@@ -1,4 +1,6 @@
-// What the main window's commands do with marks, criteria, groups and single cards.
+// What the main window's commands do with marks, criteria, groups, single cards and printouts.
+#include "platform/measurement.h"
+#include "printing/print_form.h"
 #include "selection/card_removal.h"
 #include "selection/card_test.h"
 #include "selection/criteria_form.h"
@@ -23,6 +25,9 @@ bool MainWindowLogic::DispatchSelectionCommand(int command) {
       break;
     case kCommandSearch:
       action = &MainWindowLogic::Search;
+      break;
+    case kCommandPrint:
+      action = &MainWindowLogic::Print;
       break;
     case kCommandSelect:
       action = &MainWindowLogic::SelectByCriteria;
@@ -128,6 +133,21 @@ void MainWindowLogic::Search() {
 void MainWindowLogic::GoToNumber() {
   NumberForm form(list_);
   (void)dialogs_.RunNumber(form);
+}
+
+void MainWindowLogic::Print() {
+  const SessionServices& services = session_.services();
+  const PrintServices print_services = {
+      services.messages, services.profile, std::string(session_.ProfileSection()),
+      dialogs_.Printers(),
+      [this](PrinterChoiceForm& form) { return dialogs_.RunPrinterChoice(form); }};
+  PrintPlace place;
+  place.printer_file = PrinterFile(session_.home_dir(), session_.appli_name());
+  place.application = session_.appli_name();
+  place.current_entry = static_cast<uint32_t>(list_.EntryOfCard(list_.current_card()));
+  place.unit = ReadMeasureUnit(services.profile, LocaleIsMetric());
+  PrintForm form(*session_.directory(), print_services, std::move(place));
+  dialogs_.RunPrint(form);
 }
 
 void MainWindowLogic::DeleteCard() {

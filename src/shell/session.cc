@@ -39,16 +39,16 @@ Session::Session(const SessionServices& services, StartupRequest request, std::s
 
 // With a directory named directly no section has a name: every setting reads as its default and
 // none is written, for the whole run. That has to stay.
-std::string_view Session::Section() const {
+std::string_view Session::ProfileSection() const {
   return request_.direct_open ? std::string_view() : LoadText(231);
 }
 
 std::string Session::ProfileText(int key, std::string_view fallback) const {
-  return services_.profile.Text(Section(), LoadText(key), fallback);
+  return services_.profile.Text(ProfileSection(), LoadText(key), fallback);
 }
 
 void Session::ProfileWrite(int key, std::string_view text) {
-  services_.profile.Write(Section(), LoadText(key), text);
+  services_.profile.Write(ProfileSection(), LoadText(key), text);
 }
 
 void Session::Start() {
@@ -97,12 +97,12 @@ void Session::StoreSettings(const Settings& settings) {
   WriteSettingsBack();
   // The whole suite's choice is not this program's.
   if (request_.caller_window != 0) return;
-  services_.profile.WriteInt(Section(), LoadText(kBalloons), settings_.balloons ? 1 : 0);
+  services_.profile.WriteInt(ProfileSection(), LoadText(kBalloons), settings_.balloons ? 1 : 0);
 }
 
 void Session::WriteSettingsBack() {
   const auto write = [this](int key, int value) {
-    services_.profile.WriteInt(Section(), LoadText(key), value);
+    services_.profile.WriteInt(ProfileSection(), LoadText(key), value);
   };
   write(261, settings_.key_field);
   write(256, settings_.shows_references ? 1 : 0);

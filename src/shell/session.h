@@ -93,6 +93,8 @@ class Session {
   // A successful open happened: the list applies the row that the address file has kept.
   [[nodiscard]] bool TakeListPositionRestore();
 
+  // The section of the profile that this run's settings stand in; empty for a run without any.
+  [[nodiscard]] std::string_view ProfileSection() const;
   [[nodiscard]] std::string ProfileText(int key, std::string_view fallback) const;
   void ProfileWrite(int key, std::string_view text);
 
@@ -107,7 +109,6 @@ class Session {
   OpenResult OpenPath(const std::string& path, bool* upgraded = nullptr);
   bool AskForDefaultDirectory();
   void TakeOwnership();
-  [[nodiscard]] std::string_view Section() const;
 
   SessionServices services_;
   StartupRequest request_;

@@ -13,6 +13,7 @@
 #include "selection/groups_form.h"
 #include "shell/dialog_host.h"
 #include "shell/search_form.h"
+#include "tests/support/fake_printers.h"
 
 namespace carnetel {
 
@@ -32,6 +33,9 @@ class FakeDialogs : public DialogHost {
   std::function<int(FixedLayoutForm&)> fixed_layout;
   std::function<int(DbaseImportForm&)> dbase_import;
   std::function<int(DbaseExportForm&)> dbase_export;
+  std::function<int(PrintForm&)> print;
+  std::function<bool(PrinterChoiceForm&)> printer_choice;
+  FakePrinters printers;
   // What the dialog about a destination that is there answers, in order.
   std::deque<std::optional<bool>> replaces;
   // What the dialogs for a name and for a group answer, in order.
@@ -76,6 +80,11 @@ class FakeDialogs : public DialogHost {
   void RunDbaseImport(DbaseImportForm& form) override { Run(dbase_import, form, "dBase import"); }
   void RunDbaseExport(DbaseExportForm& form) override { Run(dbase_export, form, "dBase export"); }
   std::optional<bool> AskReplace(bool) override { return Take(replaces); }
+  void RunPrint(PrintForm& form) override { Run(print, form, "print"); }
+  bool RunPrinterChoice(PrinterChoiceForm& form) override {
+    return Run(printer_choice, form, "printer choice");
+  }
+  PrinterPort& Printers() override { return printers; }
   void ShowAbout() override { ++abouts; }
   void ShowPatience(bool shown) override {
     patience_shown = shown;
