@@ -150,6 +150,22 @@ void MainWindowLogic::Print() {
   dialogs_.RunPrint(form);
 }
 
+void MainWindowLogic::CallSibling(int button) {
+  Sibling sibling = Sibling::kVoice;
+  Directory* directory = session_.directory();
+  if (directory == nullptr || !FindSibling(button, &sibling)) return;
+  SiblingCall call;
+  call.sibling = sibling;
+  call.form_at_rest = form_.mode() == FormMode::kRest;
+  call.number_text = view_.FieldText(InfoOf(sibling).control);
+  call.card_offset = list_.current_card();
+  call.window = view_.WindowNumber();
+  call.styles = session_.settings().Labels();
+  const SessionServices& services = session_.services();
+  carnetel::CallSibling(*directory, siblings_.apps(), call, services.messages,
+                        services.start_program);
+}
+
 void MainWindowLogic::DeleteCard() {
   Directory* directory = session_.directory();
   const uint32_t card_offset = list_.current_card();
