@@ -153,15 +153,16 @@ class PageBreaks : public PrintingTest {
 };
 
 TEST_F(PageBreaks, OfADeviceAreThoseOfTheTextFile) {
+  // Enough for a second page of the longest list; of cards, which are long, the marked ones do.
   for (char letter = 'A'; letter <= 'Z'; ++letter) {
-    for (int number = 10; number < 20; ++number) {
+    for (int number = 10; number < 15; ++number) {
       const std::string company = letter + std::to_string(number);
-      AddCard({{kSte1, company}, {kNom, "GAR\x80ON"}});
+      AddCard({{kSte1, company}, {kNom, "GAR\x80ON"}}, number == 10 && letter < 'I');
     }
   }
-  PrintRun run = CompanyList();
-  for (const Presentation presentation : {Presentation::kList, Presentation::kCards}) {
-    run.setup.presentation = presentation;
+  for (PrintRun run : {CompanyList(), Cards()}) {
+    const bool is_list = run.setup.presentation == Presentation::kList;
+    run.setup.scope = is_list ? PrintScope::kFile : PrintScope::kSelection;
     for (const int16_t margin : std::array<int16_t, 3>{0, 200, 999}) {
       run.setup.top_margin = margin;
       run.setup.left_margin = margin;
