@@ -69,9 +69,9 @@ bool LayoutForm::Save() {
 void LayoutForm::Show(const Composition& composition) {
   rows_ = {};
   for (size_t i = 0; i < kMaxColumns; ++i) {
-    const ColumnSpec& spec = composition[i];
-    if (spec.choice == 0 || spec.choice > kColumnChoices) break;
-    rows_[i] = {spec.choice, std::to_string(std::min(spec.width, kMaxWidth))};
+    const ColumnSpec& stored = composition[i];
+    if (stored.choice == 0 || stored.choice > kColumnChoices) break;
+    rows_[i] = {stored.choice, std::to_string(std::min(stored.width, kMaxWidth))};
   }
 }
 

@@ -216,6 +216,25 @@ TEST_F(PrintFormTest, ACancelledDialogIsSilent) {
   EXPECT_EQ(printers.ends, 0);
 }
 
+TEST_F(PrintFormTest, AnAbandonedRunEndsWithoutAWord) {
+  class Abandoned : public FakePrinters {
+   public:
+    PrintTarget& target() override { return ended; }
+    class EndedTarget : public PrintTarget {
+     public:
+      [[nodiscard]] PrintText text() const override { return PrintText::kAnsi; }
+      void PrintLine(std::string_view) override { ADD_FAILURE() << "a line after the end"; }
+      void NewPage() override { ADD_FAILURE() << "a page after the end"; }
+      [[nodiscard]] bool Ended() const override { return true; }
+    } ended;
+  };
+  Abandoned abandoned;
+  PrintForm form(*directory, {messages, profile, kSection, abandoned, choose}, place);
+  EXPECT_TRUE(form.Print());
+  EXPECT_EQ(abandoned.ends, 1);
+  EXPECT_TRUE(messages.shown().empty());
+}
+
 TEST_F(PrintFormTest, AFormPrintsMoreThanOnce) {
   const auto form = MakeForm();
   EXPECT_TRUE(form->Print());
