@@ -123,6 +123,12 @@ TEST_F(ChooserExtractTest, AMarkedCardThatIsNotListedIsPassedOver) {
   ExpectFile(Short("09", 1536, "Zut", kMainFile));
 }
 
+TEST_F(ChooserExtractTest, AMarkedCardThatWasNotListedIsPassedOverEvenWithANumber) {
+  AddThree(true, true);
+  EXPECT_EQ(Extract(ExtractScope::kSelection, {{768}, 0}).cards, 1U);
+  ExpectFile(Short("03 03", 768, "Coop", kMainFile));
+}
+
 TEST_F(ChooserExtractTest, AListedCardIsFoundWhateverMarkItsRowShows) {
   AddThree(false, false);
   // The mark of the file counts: row C shows one that the file has not, row B none that it has.

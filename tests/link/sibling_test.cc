@@ -201,6 +201,17 @@ TEST_F(SiblingTest, MinitelTakesEarlierRecordsOfTheOthersAlong) {
   EXPECT_FALSE(files_.Exists(kNumEmi));
 }
 
+TEST_F(SiblingTest, MinitelNeverFindsAFormerNumberWhenTheNewOneCouldNotBeWritten) {
+  AddCard();
+  SetFile(kMinitNum, "ancien");
+  SetFile(std::string(kNumEmi) + "/x", "a folder of that name");
+  Press(Sibling::kMinitel);
+  ExpectMessage(MessageStyle::kInformation, "Attention",
+                "Accès au fichier /opt/fax/NUMEMI.DAT impossible");
+  EXPECT_FALSE(files_.Exists(kMinitNum));
+  EXPECT_EQ(started_.size(), 1U);
+}
+
 TEST_F(SiblingTest, MinitelFileBesideTheExchangeFile) {
   AddCard();
   SetProfile("[ApplDROV]\nMinitelAppl=/m/M.EXE\n");

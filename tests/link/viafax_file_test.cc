@@ -161,7 +161,7 @@ TEST_F(ViafaxFileTest, TheSelectionAnswersTheNumberOfItsCards) {
   Add({{kSte1, "Ba"}, {kFax, "02"}}, true);
   Add({{kSte1, "Ca"}, {kFax, "03"}});
   Add({{kSte1, "Da"}, {kFax, "04"}}, true);
-  Add({{kSte1, "Ea"}, {kTel1, "05"}}, true);
+  Add({{kSte1, "Aa"}, {kTel1, "05"}}, true);
   const ChooserRows rows = ListChooserRows(*directory_, request_.kind);
   EXPECT_EQ(Extract(ExtractScope::kSelection, rows).answer, 2);
   ExpectFile(std::string(kHeader) + Block("Ba", "02") + Block("Da", "04") + std::string(kEnd));
