@@ -83,10 +83,11 @@ std::string PrintPath(const std::string& main_file, const std::string& path) {
 }
 
 std::unique_ptr<File> OpenPrintFile(const Directory& directory, const std::string& path) {
-  // A printout must never overwrite the cards.
-  if (path.empty() || directory.paths().Holds(path)) return nullptr;
   FileSystem& files = directory.files();
-  return files.Open(FindAnyCase(files, path), OpenMode::kCreateOrOpen);
+  const std::string found = FindAnyCase(files, path);
+  // A printout must never overwrite the cards, in whatever case their file was typed.
+  if (path.empty() || directory.paths().Holds(found)) return nullptr;
+  return files.Open(found, OpenMode::kCreateOrOpen);
 }
 
 }  // namespace carnetel
