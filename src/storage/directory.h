@@ -241,6 +241,9 @@ class ChangeScope {
   bool begun_;
 };
 
+// Whether files in a seat's folder can be locked at all, tried with a file made and removed there.
+[[nodiscard]] bool SharingWorks(FileSystem& files, const std::string& shared_dir);
+
 // Counts the marks of the displayed group's entries, whatever the counter says.
 [[nodiscard]] int32_t CountMarks(const Directory& directory);
 

@@ -63,6 +63,14 @@ void Directory::LetOthersIn() {
   if (BeginChange()) BeginBatch();
 }
 
+bool SharingWorks(FileSystem& files, const std::string& shared_dir) {
+  const std::string path = shared_dir + "ZOZO.$$$";
+  if (files.Open(path, OpenMode::kCreateOrOpen) == nullptr) return false;
+  const bool locked = files.LockRange(path, 1, 1) != nullptr;
+  files.Remove(path);
+  return locked;
+}
+
 bool Directory::LockCard(uint32_t card_offset) {
   if (!is_shared()) return true;
   if (card_lock_ != nullptr && locked_card_ == card_offset) return true;
