@@ -168,7 +168,7 @@ TEST_F(ExchangeLookUp, NamesThatNoLetterStandsForAreNotLookedUp) {
 TEST_F(ExchangeLookUp, ASignBehindTheDigitsMeetsTheFirstLetter) {
   Add("B", "9", "1");
   Add("C", "ADAM", "1");
-  EXPECT_EQ(LookUp("@"), 0);
+  EXPECT_EQ(LookUp(":"), 0);
   EXPECT_EQ(SavedRow(), 1);
 }
 
