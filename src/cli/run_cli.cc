@@ -26,6 +26,8 @@ std::vector<Command> CollectCommands() {
   Append(&commands, GroupCommands());
   Append(&commands, TransferCommands());
   Append(&commands, ParameterCommands());
+  commands.push_back(ExchangeCommand());
+  commands.push_back(CaptureCommand());
   commands.push_back(BatchCommand());
   return commands;
 }
