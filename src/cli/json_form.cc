@@ -93,6 +93,17 @@ std::string TrialLine(const TrialView& trial) {
   return Line(object);
 }
 
+std::string ExchangeLine(const ExchangeView& exchange) {
+  Json object = Json::object({{"result", exchange.result}});
+  if (exchange.reply) {
+    object["name"] = exchange.reply->name;
+    object["number"] = exchange.reply->number;
+    object["row"] = exchange.reply->row;
+  }
+  if (exchange.cards) object["cards"] = *exchange.cards;
+  return Line(object);
+}
+
 CardInput ParseCardLine(std::string_view line) {
   CardInput input;
   const Json card = Json::parse(line, nullptr, false);

@@ -75,6 +75,20 @@ struct TrialView {
 };
 [[nodiscard]] std::string TrialLine(const TrialView& trial);
 
+// How an exchange request ended: {"result": 1, "name": …, "number": …, "row": 3} for a look-up that
+// was answered, {"result": 1, "cards": 2} for cards inserted.
+struct ExchangeView {
+  struct Reply {
+    std::string name;
+    std::string number;
+    uint32_t row = 0;
+  };
+  int result = 0;
+  std::optional<Reply> reply = {};
+  std::optional<uint32_t> cards = {};
+};
+[[nodiscard]] std::string ExchangeLine(const ExchangeView& exchange);
+
 // A card to add: its "fields", and whether it is "marked". What else a card object holds (row,
 // offset, groups, label) says where a card was and is not looked at.
 struct CardInput {
