@@ -35,6 +35,11 @@ class CliSession {
   // Keeps the active index in the profile and for this run; false when it cannot be written.
   bool StoreKeyField(int key_field);
   [[nodiscard]] LabelStyles label_styles() { return settings().Labels(); }
+  // The profile of the user; its section that is this system's.
+  [[nodiscard]] UserProfile Profile() const { return {files(), ProfileFile()}; }
+  [[nodiscard]] static std::string_view ProfileSection();
+  // The home folder of the program with its trailing '/'; it exists afterwards.
+  [[nodiscard]] std::string HomePath();
   // The parameter file of transfers; its folder exists afterwards.
   [[nodiscard]] std::string ParameterFile();
   // The files of the run's directory; null when its path names no directory (told).
@@ -72,7 +77,6 @@ class CliSession {
   static constexpr int kAttentionTitle = 80;
 
   [[nodiscard]] std::string ProfileFile() const;
-  [[nodiscard]] std::string HomePath();
   [[nodiscard]] DirectoryOptions OpenOptions(bool may_create);
   Directory* Refuse();
 

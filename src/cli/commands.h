@@ -15,6 +15,8 @@ namespace carnetel {
 [[nodiscard]] std::vector<Command> GroupCommands();      // group
 [[nodiscard]] std::vector<Command> TransferCommands();   // import export
 [[nodiscard]] std::vector<Command> ParameterCommands();  // parameters
+[[nodiscard]] Command LayoutCommand();
+[[nodiscard]] Command PrintCommand();
 [[nodiscard]] Command BatchCommand();
 
 // All of them, in the order of the help.

@@ -26,6 +26,8 @@ std::vector<Command> CollectCommands() {
   Append(&commands, GroupCommands());
   Append(&commands, TransferCommands());
   Append(&commands, ParameterCommands());
+  commands.push_back(LayoutCommand());
+  commands.push_back(PrintCommand());
   commands.push_back(BatchCommand());
   return commands;
 }
