@@ -35,7 +35,7 @@ class CliSession {
   // Keeps the active index in the profile and for this run; false when it cannot be written.
   bool StoreKeyField(int key_field);
   [[nodiscard]] LabelStyles label_styles() { return settings().Labels(); }
-  // The profile of the user; its section that is this system's.
+  // The profile of the user, which need not exist; its section that is this system's.
   [[nodiscard]] UserProfile Profile() const { return {files(), ProfileFile()}; }
   [[nodiscard]] static std::string_view ProfileSection();
   // The home folder of the program with its trailing '/'; it exists afterwards.

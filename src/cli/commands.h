@@ -17,6 +17,7 @@ namespace carnetel {
 [[nodiscard]] std::vector<Command> ParameterCommands();  // parameters
 [[nodiscard]] Command LayoutCommand();
 [[nodiscard]] Command PrintCommand();
+[[nodiscard]] Command ExtractCommand();
 [[nodiscard]] Command BatchCommand();
 
 // All of them, in the order of the help.

@@ -28,6 +28,7 @@ std::vector<Command> CollectCommands() {
   Append(&commands, ParameterCommands());
   commands.push_back(LayoutCommand());
   commands.push_back(PrintCommand());
+  commands.push_back(ExtractCommand());
   commands.push_back(BatchCommand());
   return commands;
 }

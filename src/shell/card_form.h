@@ -40,6 +40,8 @@ class CardFormView {
   virtual void SetButton(int button, bool enabled) = 0;
   // Button 1008 with its cancel face and caption, or its create face and caption.
   virtual void SetCancelFace(bool cancel) = 0;
+  // A button beside a number, for the sibling program that takes it: 1014 to 1017 and 1019.
+  virtual void SetSiblingButton(int button, bool visible, bool enabled) = 0;
   virtual void FocusControl(int control) = 0;
   virtual void FocusList() = 0;
   virtual void Beep() = 0;

@@ -55,8 +55,7 @@ void CardList::ListRefill(const LetterRange& range) {
   directory_->Commit();
   if (restore_position_) {
     restore_position_ = false;
-    RestoreRows(static_cast<int16_t>(address.header().current_row()),
-                static_cast<int16_t>(address.header().top_row()));
+    RestoreSavedRows();
   } else {
     RestoreRows(current, top);
   }
@@ -78,11 +77,17 @@ void CardList::WalkEntries(uint32_t start, uint32_t stop) {
       entry.set_bit(kWholeFileBit, true);
       address.SetEntry(row, entry);
     }
-    if (!entry.bit(directory_->group_bit()) && !group_.whole_file) continue;
-    // A card that cannot be read shows as the one before it.
-    (void)directory_->main().ReadCard(entry.card_offset(), card);
-    if (ShowsCard(card, directory_->key_field(), range_)) OfferRow(entry);
+    if (Lists(entry, card)) OfferRow(entry);
   }
+}
+
+bool CardList::Lists(const EntrySlot& entry, CardRecord& card) const {
+  const bool member = entry.bit(directory_->group_bit());
+  if (number_filter_) return member && (entry.number_flags() & *number_filter_) != 0;
+  if (!member && !group_.whole_file) return false;
+  // A card that cannot be read shows as the one before it.
+  (void)directory_->main().ReadCard(entry.card_offset(), card);
+  return ShowsCard(card, directory_->key_field(), range_);
 }
 
 void CardList::OfferRow(const EntrySlot& entry) {
@@ -98,6 +103,22 @@ void CardList::OfferRow(const EntrySlot& entry) {
     if (first_marked_row_ < 0) first_marked_row_ = offered_rows_;
   }
   ++offered_rows_;
+}
+
+// The address file keeps rows of the whole file's list; among cards with a number the current one
+// is looked for.
+void CardList::RestoreSavedRows() {
+  const AddressFile& address = directory_->address();
+  const auto current = static_cast<int16_t>(address.header().current_row());
+  const auto top = static_cast<int16_t>(address.header().top_row());
+  if (!number_filter_) {
+    RestoreRows(current, top);
+    return;
+  }
+  const bool exists = current >= 0 && static_cast<uint32_t>(current) < address.entry_count();
+  const int row =
+      exists ? RowOfCard(address.Entry(static_cast<uint32_t>(current)).card_offset()) : -1;
+  RestoreRows(row, row);
 }
 
 void CardList::RestoreRows(int current, int top) {
@@ -223,8 +244,14 @@ void CardList::StorePosition() {
   // A group keeps its own position; that of the whole file stands in the address file.
   if (directory_ == nullptr || group_.row != 0) return;
   AddressHeader& header = directory_->address().header();
-  header.set_top_row(static_cast<uint16_t>(top_row_));
-  header.set_current_row(static_cast<uint16_t>(current_row_));
+  if (!number_filter_) {
+    header.set_top_row(static_cast<uint16_t>(top_row_));
+    header.set_current_row(static_cast<uint16_t>(current_row_));
+  } else if (HasRow(current_row_)) {
+    const auto row = static_cast<uint16_t>(EntryOfCard(current_card()));
+    header.set_top_row(row);
+    header.set_current_row(row);
+  }
 }
 
 }  // namespace carnetel

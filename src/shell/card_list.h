@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,9 @@ class CardList {
   [[nodiscard]] DisplayedGroup displayed_group() const { return group_; }
   // Which cards the next refill lets through; the bit pair is the directory's.
   void SetDisplayedGroup(DisplayedGroup group) { group_ = group; }
+  // From now on a refill takes the members of the displayed group that have this flag in their
+  // entry (0: none has), whatever their letter. That is the list of the chooser.
+  void SetNumberFilter(uint8_t entry_flag) { number_filter_ = entry_flag; }
   // The next refill applies the top row and the current row that the address file has kept.
   void RestorePositionAtNextRefill() { restore_position_ = true; }
   // Goes to these rows, as far as there are such.
@@ -55,6 +59,8 @@ class CardList {
   // Empties the list, for a window without a directory.
   void Clear();
 
+  // A card's offset a row, negative when it is not marked.
+  [[nodiscard]] const std::vector<int32_t>& items() const { return items_; }
   [[nodiscard]] int row_count() const { return static_cast<int>(items_.size()); }
   [[nodiscard]] int not_loaded_count() const { return not_loaded_count_; }
   [[nodiscard]] int first_marked_row() const { return first_marked_row_; }
@@ -107,6 +113,8 @@ class CardList {
   [[nodiscard]] int32_t Item(int row) const { return items_[static_cast<size_t>(row)]; }
   [[nodiscard]] bool HasRow(int row) const { return row >= 0 && row < row_count(); }
   void OfferRow(const EntrySlot& entry);
+  [[nodiscard]] bool Lists(const EntrySlot& entry, CardRecord& card) const;
+  void RestoreSavedRows();
   void WalkEntries(uint32_t start, uint32_t stop);
   void RestoreRows(int current, int top);
   bool InvertMark(int row);
@@ -125,6 +133,7 @@ class CardList {
   int current_row_ = 0;
   int top_row_ = 0;
   bool restore_position_ = false;
+  std::optional<uint8_t> number_filter_;
   char typed_letter_ = 0;
 };
 

@@ -12,6 +12,7 @@ class CriteriaForm;
 class DbaseExportForm;
 class DbaseImportForm;
 class DescriptionForm;
+class EnrichmentForm;
 class FilePicker;
 class FixedLayoutForm;
 class GroupsForm;
@@ -25,6 +26,7 @@ class PrinterPort;
 class RankForm;
 class SearchForm;
 class TransferForm;
+class ViafaxOptionForm;
 struct GroupDescription;
 
 // How the dialog about a file that is no directory ends; the numbers are those it answers.
@@ -65,6 +67,9 @@ class DialogHost {
   virtual bool RunPrinterChoice(PrinterChoiceForm& form) = 0;
   // The printers of the system; lives as long as the dialogs.
   virtual PrinterPort& Printers() = 0;
+  virtual bool RunViafaxOption(ViafaxOptionForm& form) = 0;
+  // Returns when the records are at their end or the user leaves.
+  virtual void RunEnrichment(EnrichmentForm& form) = 0;
   virtual void ShowAbout() = 0;
   // The box that asks for patience, without a button; it stays until it is hidden.
   virtual void ShowPatience(bool shown) = 0;

@@ -27,10 +27,10 @@ Role RoleOf(const StartupRequest& request) {
       role.command = kRoleMainWindow;
       break;
     case 1:
-      role.command = kRoleChooserMarking;
+      role.command = kRoleChooserSingle;
       break;
     case 2:
-      role.command = kRoleChooserPlain;
+      role.command = kRoleChooserMany;
       break;
     default:
       role.command = kRoleNone;

@@ -10,8 +10,8 @@ namespace carnetel {
 
 // The commands that start a role.
 inline constexpr int32_t kRoleMainWindow = 100;
-inline constexpr int32_t kRoleChooserPlain = 105;
-inline constexpr int32_t kRoleChooserMarking = 119;
+inline constexpr int32_t kRoleChooserMany = 105;
+inline constexpr int32_t kRoleChooserSingle = 119;
 // Launch types 3 to 8 are their own command; a launch type without a role runs nothing.
 inline constexpr int32_t kLastNumberedRole = 8;
 inline constexpr int32_t kRoleNone = 0;

@@ -21,7 +21,9 @@ MainWindowLogic::MainWindowLogic(Session& session, MainWindowView& view, DialogH
       dialogs_(dialogs),
       list_(*this, list_capacity),
       pickers_(list_),
-      form_(view, list_, session.services().messages, session.settings()) {
+      form_(view, list_, session.services().messages, session.settings()),
+      recents_(session),
+      siblings_(view, session) {
   session_.OnClosing([this] { LetGoOfDirectory(); });
 }
 
@@ -33,7 +35,7 @@ void MainWindowLogic::Start() {
   view_.SetEditLook(false);
   form_.ShowZone(session_.settings().shows_references ? FormZone::kReferences : FormZone::kNotes);
   // Without a directory the menu has none of them, and the profile keeps what it has.
-  if (session_.directory() != nullptr) ReadRecents();
+  if (session_.directory() != nullptr) recents_.Read();
   ReloadAfterOpen();
   const bool fell_back = !session_.unrecognised_file().empty();
   if (fell_back && session_.directory() != nullptr) view_.PostCommand(kEventAskInvalidDirectory);
@@ -49,7 +51,7 @@ void MainWindowLogic::ReloadAfterOpen() {
   // Without a directory the window stays as it is.
   if (session_.directory() != nullptr) {
     view_.SetTitle(FormatText(265, session_.CurrentMainFile()));
-    RebuildRecents();
+    view_.SetRecents(recents_.Rebuild());
   }
   if (session_.TakeListPositionRestore()) list_.RestorePositionAtNextRefill();
   list_.ListRefill(kAllLetters);
@@ -98,6 +100,12 @@ void MainWindowLogic::Dispatch(int command) {
       form_.ShowZone(FormZone::kReferences);
       view_.FocusControl(kLabelReferences);
       break;
+    case kButtonVoice:
+    case kButtonFax:
+    case kButtonFiles:
+    case kButtonMinitel:
+      CallSibling(command);
+      break;
     default:
       break;
   }
@@ -120,7 +128,7 @@ bool MainWindowLogic::RequestQuit() {
 void MainWindowLogic::QuitUnasked() {
   if (ended_) return;
   ended_ = true;
-  WriteRecents();
+  recents_.Write();
   session_.CloseDirectory();
   view_.EndWindow();
 }
@@ -177,6 +185,7 @@ void MainWindowLogic::ListRefilled() {
   view_.ListRefilled();
   ShowCounts();
   form_.ListRefilled();
+  siblings_.NumbersChanged();
   view_.UpdateConsultation();
 }
 
@@ -184,6 +193,7 @@ void MainWindowLogic::CurrentRowChanged() {
   view_.ShowCurrentRow();
   ShowCounts();
   form_.ShowCurrentCard(false);
+  siblings_.NumbersChanged();
   view_.UpdateConsultation();
 }
 

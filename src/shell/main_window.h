@@ -1,8 +1,6 @@
 // The main window without its widgets: routes every command to what it does, keeps menus, buttons,
 // pickers, tabs, list and form in step with the open directory, and says what the window shows. One
 // dispatcher takes the numbers that menu items, buttons and controls share.
-//
-// Commands whose dialogs are not part of the program yet do nothing.
 #pragma once
 
 #include <string>
@@ -13,7 +11,9 @@
 #include "shell/command_table.h"
 #include "shell/directory_chooser.h"
 #include "shell/pickers.h"
+#include "shell/recents.h"
 #include "shell/session.h"
+#include "shell/sibling_panel.h"
 #include "transfer/transfer.h"
 
 namespace carnetel {
@@ -41,6 +41,8 @@ class MainWindowView : public CardFormView {
   virtual void RepaintRow(int row) = 0;
   virtual void OpenConsultation() = 0;
   virtual void UpdateConsultation() = 0;
+  // By which other programs know the window.
+  [[nodiscard]] virtual uint64_t WindowNumber() const = 0;
   // Ends the window; its role returns.
   virtual void EndWindow() = 0;
 };
@@ -67,7 +69,7 @@ class MainWindowLogic : private CardList::Observer {
   CardList& list() { return list_; }
   CardForm& form() { return form_; }
   [[nodiscard]] MenuState menu_state() const;
-  [[nodiscard]] const std::vector<std::string>& recents() const { return recents_; }
+  [[nodiscard]] const std::vector<std::string>& recents() const { return recents_.paths(); }
   // Help topic of F1 and the help command.
   [[nodiscard]] int HelpTopic(int focused_control) const;
 
@@ -82,6 +84,12 @@ class MainWindowLogic : private CardList::Observer {
   void JumpToLetter(char letter);
   // Counts as a change of marks, whether it made one or not.
   void ListDoubleClicked();
+
+  // The focus went to a field of the form or to the list, or a number of the form has changed:
+  // buttons of sibling programs come, go and turn grey by it.
+  void FieldFocused() { siblings_.FieldFocused(); }
+  void ListFocused() { siblings_.ListFocused(); }
+  void NumbersChanged() { siblings_.NumbersChanged(); }
 
   // A choice in the two lists above the cards.
   void PickGroup(int row);
@@ -106,13 +114,9 @@ class MainWindowLogic : private CardList::Observer {
   bool DispatchSelectionCommand(int command);
   // Everything that follows a change of directory.
   void ReloadAfterOpen();
-  void ReadRecents();
-  void RebuildRecents();
-  void WriteRecents();
   void OpenRecent(int command);
   // When that fails, the former directory comes back.
   void OpenInPlace(const std::string& path);
-  [[nodiscard]] bool BelongsToAnotherSeat(const std::string& path) const;
   void ChooseAndReload(ChooserTemplate form);
   void DestroyDirectories();
   void Describe();
@@ -129,6 +133,7 @@ class MainWindowLogic : private CardList::Observer {
   void Search();
   void GoToNumber();
   void Print();
+  void CallSibling(int button);
   void ShowPickers();
   void DeleteCard();
   void DeleteMarked();
@@ -141,7 +146,8 @@ class MainWindowLogic : private CardList::Observer {
   CardList list_;
   Pickers pickers_;
   CardForm form_;
-  std::vector<std::string> recents_;
+  Recents recents_;
+  SiblingPanel siblings_;
   // Of foreign files, from one transfer to the next.
   CharacterSet charset_ = CharacterSet::kOem;
   bool ended_ = false;

@@ -10,15 +10,7 @@
 namespace carnetel {
 namespace {
 
-constexpr size_t kMostRecents = 4;
 constexpr size_t kLongestDroppedPath = 259;
-// "&1 " in front of the path in a recent directory's menu text.
-constexpr size_t kMenuPrefixSize = 3;
-constexpr std::array<int, 4> kRecentKeys = {237, 238, 239, 240};
-
-std::string RecentText(size_t index, const std::string& path) {
-  return FormatPrintf("&%c %s", {static_cast<int>('1' + index), path});
-}
 
 }  // namespace
 
@@ -65,34 +57,6 @@ bool MainWindowLogic::DispatchDirectoryCommand(int command) {
   }
 }
 
-void MainWindowLogic::ReadRecents() {
-  recents_.clear();
-  for (size_t i = 1; i < kMostRecents; ++i) {
-    const std::string text = session_.ProfileText(kRecentKeys[i], "");
-    if (text.size() > kMenuPrefixSize) recents_.push_back(text.substr(kMenuPrefixSize));
-  }
-}
-
-void MainWindowLogic::RebuildRecents() {
-  const std::string current = session_.CurrentMainFile();
-  std::erase_if(recents_, [this, &current](const std::string& path) {
-    return session_.SamePath(path, current);
-  });
-  recents_.insert(recents_.begin(), current);
-  if (recents_.size() > kMostRecents) recents_.resize(kMostRecents);
-  std::vector<std::string> texts;
-  for (size_t i = 0; i < recents_.size(); ++i) texts.push_back(RecentText(i, recents_[i]));
-  view_.SetRecents(texts);
-}
-
-// The first one is written at the end of the run, for every role. One that is gone from the menu
-// leaves its old value behind, on purpose.
-void MainWindowLogic::WriteRecents() {
-  for (size_t i = 1; i < recents_.size(); ++i) {
-    session_.ProfileWrite(kRecentKeys[i], RecentText(i, recents_[i]));
-  }
-}
-
 // Before the session closes it: what it shows meanwhile (messages, progress) may repaint the list.
 void MainWindowLogic::LetGoOfDirectory() {
   pickers_.StorePosition();
@@ -103,11 +67,10 @@ void MainWindowLogic::LetGoOfDirectory() {
 }
 
 void MainWindowLogic::OpenRecent(int command) {
-  const auto index = static_cast<size_t>(command - kCommandRecent1);
-  if (index >= recents_.size() || !form_.LeaveForm()) return;
-  const std::string path = recents_[index];
-  const bool is_open = session_.SamePath(path, session_.CurrentMainFile());
-  if (!is_open && !BelongsToAnotherSeat(path)) OpenInPlace(path);
+  if (!form_.LeaveForm()) return;
+  const std::string path = recents_.PathToOpen(command);
+  // That of another seat is passed over without a word.
+  if (!path.empty() && !session_.BelongsToAnotherSeat(path)) OpenInPlace(path);
 }
 
 void MainWindowLogic::OpenInPlace(const std::string& path) {
@@ -123,13 +86,6 @@ void MainWindowLogic::OpenDropped(const std::string& path) {
     return;
   }
   OpenInPlace(path);
-}
-
-// Such a directory is passed over without a word.
-bool MainWindowLogic::BelongsToAnotherSeat(const std::string& path) const {
-  FileSystem& files = session_.services().files;
-  const std::optional<MainHeader> header = ReadMainHeader(files, FindAnyCase(files, path));
-  return header && session_.BelongsToAnotherSeat(header->owner());
 }
 
 void MainWindowLogic::ChooseAndReload(ChooserTemplate form) {

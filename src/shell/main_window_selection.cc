@@ -136,6 +136,7 @@ void MainWindowLogic::GoToNumber() {
 }
 
 void MainWindowLogic::Print() {
+  if (list_.row_count() == 0) return;
   const SessionServices& services = session_.services();
   const PrintServices print_services = {
       services.messages, services.profile, std::string(session_.ProfileSection()),
@@ -148,6 +149,22 @@ void MainWindowLogic::Print() {
   place.unit = ReadMeasureUnit(services.profile, LocaleIsMetric());
   PrintForm form(*session_.directory(), print_services, std::move(place));
   dialogs_.RunPrint(form);
+}
+
+void MainWindowLogic::CallSibling(int button) {
+  Sibling sibling = Sibling::kVoice;
+  Directory* directory = session_.directory();
+  if (directory == nullptr || !FindSibling(button, &sibling)) return;
+  SiblingCall call;
+  call.sibling = sibling;
+  call.form_at_rest = form_.mode() == FormMode::kRest;
+  call.number_text = view_.FieldText(InfoOf(sibling).control);
+  call.card_offset = list_.current_card();
+  call.window = view_.WindowNumber();
+  call.styles = session_.settings().Labels();
+  const SessionServices& services = session_.services();
+  carnetel::CallSibling(*directory, siblings_.apps(), call, services.messages,
+                        services.start_program);
 }
 
 void MainWindowLogic::DeleteCard() {

@@ -11,7 +11,7 @@ constexpr int kNoSetName = 165;
 
 }  // namespace
 
-void Pickers::SetDirectory(Directory* directory) {
+void Pickers::SetDirectory(Directory* directory, Position position) {
   directory_ = directory;
   group_ = set_ = last_set_ = last_group_ = 0;
   list_.SetDisplayedGroup({});
@@ -29,7 +29,7 @@ void Pickers::SetDirectory(Directory* directory) {
   ReloadSets();
   last_set_ = set_;
   const std::optional<GroupRecord> whole_file = DisplayedRecord();
-  if (made || !whole_file) return;
+  if (made || !whole_file || position == Position::kOfAddressFile) return;
   directory_->address().header().set_current_row(whole_file->current_row());
   directory_->address().header().set_top_row(whole_file->top_row());
 }
@@ -104,7 +104,7 @@ void Pickers::RememberSet() {
   file.WriteRow(static_cast<size_t>(group_), *record);
 }
 
-void Pickers::PickSet(int row) {
+void Pickers::PickSet(int row, Memory memory) {
   if (directory_ == nullptr || row < 0 || row >= static_cast<int>(sets_.size())) return;
   const bool changed = row != last_set_ || group_ != last_group_;
   const bool was_none = !changed && last_set_ == 0;
@@ -112,7 +112,7 @@ void Pickers::PickSet(int row) {
   last_group_ = group_;
   criteria_->set_active_set(static_cast<int16_t>(row));
   if (row == 0 && !was_none) list_.DeselectListed();
-  RememberSet();
+  if (memory == Memory::kRemembers) RememberSet();
   if (row == 0 || !changed) return;
   (void)criteria_->LoadCriteriaSet(static_cast<size_t>(row));
   ScanGroupMembers(*directory_, criteria_->rows(), false, std::nullopt);
@@ -127,8 +127,13 @@ void Pickers::StorePosition() {
   GroupFile file(*directory_);
   std::optional<GroupRecord> record = file.ReadRow(static_cast<size_t>(group_));
   if (!record) return;
-  record->set_rows(static_cast<uint16_t>(list_.current_row()),
-                   static_cast<uint16_t>(list_.top_row()));
+  const AddressHeader& header = directory_->address().header();
+  if (group_ == 0) {
+    record->set_rows(header.current_row(), header.top_row());
+  } else {
+    record->set_rows(static_cast<uint16_t>(list_.current_row()),
+                     static_cast<uint16_t>(list_.top_row()));
+  }
   file.WriteRow(static_cast<size_t>(group_), *record);
 }
 

@@ -17,9 +17,11 @@ class Pickers {
  public:
   explicit Pickers(CardList& list) : list_(list) {}
 
-  // The directory was opened, or is closed. An open one shows the whole file, with the position
-  // that its group file has kept.
-  void SetDirectory(Directory* directory);
+  // Which position an opened directory starts with: that of its group file, or the one that stands
+  // in its address file already.
+  enum class Position { kOfGroupFile, kOfAddressFile };
+  // The directory was opened, or is closed. An open one shows the whole file.
+  void SetDirectory(Directory* directory, Position position = Position::kOfGroupFile);
   [[nodiscard]] bool is_open() const { return directory_ != nullptr; }
 
   // What the lists show, UTF-8, and their rows.
@@ -39,8 +41,10 @@ class Pickers {
   // A choice in the list of groups; `refill` fills the list of cards. Nothing when that group is
   // displayed already, as it is to be displayed.
   void PickGroup(int row);
-  // A choice in the list of sets: the marks of what is displayed become those of the set.
-  void PickSet(int row);
+  // A choice in the list of sets: the marks of what is displayed become those of the set. The group
+  // remembers it, but for a choice in the chooser.
+  enum class Memory { kRemembers, kForgets };
+  void PickSet(int row, Memory memory = Memory::kRemembers);
 
   // Keeps the list's rows in the record of the displayed group; of the whole file in the address
   // file too.

@@ -142,6 +142,12 @@ bool Session::AskForDefaultDirectory() {
          IsOpen(OpenPath(home_dir_ + std::string(LoadText(kDefaultDirectoryName))));
 }
 
+bool Session::BelongsToAnotherSeat(const std::string& path) const {
+  FileSystem& files = services_.files;
+  const std::optional<MainHeader> header = ReadMainHeader(files, FindAnyCase(files, path));
+  return header && BelongsToAnotherSeat(header->owner());
+}
+
 void Session::TakeOwnership() {
   const bool requested = std::exchange(private_requested_, false);
   if (!requested || directory_ == nullptr) return;

@@ -24,6 +24,8 @@ struct SessionServices {
   ProgressBox& progress;
   MessageForm& messages;
   UserProfile& profile;
+  // Starts the command line of another program; none can be started without it.
+  std::function<bool(const std::string& command_line)> start_program = {};
 };
 
 class Session {
@@ -67,6 +69,8 @@ class Session {
   [[nodiscard]] bool BelongsToAnotherSeat(uint16_t owner) const {
     return owner != 0 && workstation_number_ != 0 && owner != workstation_number_;
   }
+  // The same of the directory that a main file holds, read from the file.
+  [[nodiscard]] bool BelongsToAnotherSeat(const std::string& path) const;
   // What dialogs show of an owner seat: the seat, or that the directory is public.
   [[nodiscard]] std::string OwnerLine(uint16_t owner) const;
 

@@ -36,6 +36,8 @@ class FakeDialogs : public DialogHost {
   std::function<int(PrintForm&)> print;
   std::function<bool(PrinterChoiceForm&)> printer_choice;
   FakePrinters printers;
+  std::function<int(EnrichmentForm&)> enrichment;
+  std::function<bool(ViafaxOptionForm&)> viafax_option;
   // What the dialog about a destination that is there answers, in order.
   std::deque<std::optional<bool>> replaces;
   // What the dialogs for a name and for a group answer, in order.
@@ -85,6 +87,10 @@ class FakeDialogs : public DialogHost {
     return Run(printer_choice, form, "printer choice");
   }
   PrinterPort& Printers() override { return printers; }
+  bool RunViafaxOption(ViafaxOptionForm& form) override {
+    return Run(viafax_option, form, "Viafax option");
+  }
+  void RunEnrichment(EnrichmentForm& form) override { Run(enrichment, form, "enrichment"); }
   void ShowAbout() override { ++abouts; }
   void ShowPatience(bool shown) override {
     patience_shown = shown;

@@ -22,6 +22,8 @@ namespace carnetel {
 // Answers questions in the order given; a question without an answer fails the test.
 class QueuedMessages : public MessageForm {
  public:
+  // Of a sibling's button: whether it shows, and whether it is enabled.
+  std::map<int, std::pair<bool, bool>> siblings;
   struct Entry {
     MessageStyle style;
     int title_id;
@@ -123,6 +125,10 @@ class FakeWindowView : public MainWindowView {
   void RepaintRow(int) override {}
   void OpenConsultation() override { ++consultations; }
   void UpdateConsultation() override {}
+  void SetSiblingButton(int button, bool visible, bool enabled) override {
+    siblings[button] = {visible, enabled};
+  }
+  [[nodiscard]] uint64_t WindowNumber() const override { return 4711; }
   void EndWindow() override { ended = true; }
 
  private:
