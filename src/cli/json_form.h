@@ -60,6 +60,16 @@ struct GroupView {
 // {"name": …, "kind": "plain"}
 [[nodiscard]] std::string ProfileLine(const std::string& name, const std::string& kind);
 
+// {"cards": 12, "pages": 1}
+[[nodiscard]] std::string PrintedLine(uint32_t cards, uint32_t pages);
+
+// {"columns": [{"field": "Ste1", "width": 30}], "width": 30}
+struct LayoutView {
+  std::vector<std::pair<std::string, int64_t>> columns;
+  int width = 0;
+};
+[[nodiscard]] std::string LayoutLine(const LayoutView& layout);
+
 // What an import would do: {"cards": 2, "cut": 1, …, "lines": [{"line": 3, "finding": "cut",
 // "field": "Nom"}]}; the lines that are refused have a "reason" and no "field".
 struct TrialView {
