@@ -61,8 +61,7 @@ bool PrintForm::PrintToFile() {
 bool PrintForm::PrintOnPrinter() {
   const PrintRun run = MakeRun();
   PrintJob job;
-  job.document = FormatPrintf(kDocumentFormat,
-                              {place_.application, directory_.paths().stem(), kMainExtension});
+  job.document = PrintDocumentName(place_.application, directory_);
   job.printer = stored_printer_.Read().name;
   job.columns = PrintColumns(run);
   job.lines = setup_.lines;
@@ -75,6 +74,10 @@ bool PrintForm::PrintOnPrinter() {
   PrintCards(directory_, run, services_.printers.target());
   services_.printers.EndPrinter();
   return true;
+}
+
+std::string PrintDocumentName(const std::string& application, const Directory& directory) {
+  return FormatPrintf(kDocumentFormat, {application, directory.paths().stem(), kMainExtension});
 }
 
 std::string PrintPath(const std::string& main_file, const std::string& path) {
