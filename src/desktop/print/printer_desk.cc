@@ -1,6 +1,5 @@
 #include "desktop/print/printer_desk.h"
 
-#include <QFileInfo>
 #include <QPageSetupDialog>
 #include <QPrintDialog>
 #include <QPrinterInfo>
@@ -80,15 +79,12 @@ void PrinterDesk::ShowProperties(const std::string& printer) {
 PrinterStart PrinterDesk::BeginPrinter(const PrintJob& job) {
   std::unique_ptr<QPrinter> printer = MakePrinter(job.printer);
   printer->setPageLayout(PageLayout(job.printer));
-  const QString document = QString::fromStdString(job.document);
-  // The system's dialog calls a PDF file as the document, whose name may hold a path.
-  printer->setDocName(QFileInfo(document).completeBaseName());
+  printer->setDocName(QString::fromStdString(job.document));
   QWidget* owner = owner_();
   {
     const WaitCursorPause arrow;
     if (!print_dialog_(*printer, owner)) return PrinterStart::kCancelled;
   }
-  printer->setDocName(document);
   if (!printer->isValid()) return PrinterStart::kNoDevice;
   auto painter = std::make_unique<QPainter>();
   if (!painter->begin(printer.get())) return PrinterStart::kFailed;
