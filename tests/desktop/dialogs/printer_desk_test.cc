@@ -95,7 +95,7 @@ TEST_F(PrinterDeskTest, TheListComesOutAsInTheTextFile) {
   EXPECT_EQ(owners, QList<QWidget*>{dialog.get()});
   // Offered as the name of a file, so without a folder.
   ASSERT_EQ(documents.size(), 1);
-  EXPECT_TRUE(documents[0].endsWith("CARNETEL") && !documents[0].contains(u'/'));
+  EXPECT_TRUE(documents[0].endsWith(" - CARNETEL.DAN") && !documents[0].contains(u'/'));
   EXPECT_EQ(messages.TakeShown(), ShownBoxes());
   EXPECT_TRUE(QFile::exists(pdf));
   EXPECT_FALSE(busy.IsBusy());
