@@ -14,7 +14,7 @@ namespace {
 
 // Bytes of a torn write that are there: a note is written whole or not at all, it lies in one
 // sector. Inside a header, a card, a page, a whole index.
-constexpr size_t kKeptBytes[] = {20, 98, 300, 505, 4000, 12000};
+constexpr size_t kKeptBytes[] = {20, 300, 4000};
 
 // What one operation does to the cards that lie in the directory before.
 struct DeathCase {
@@ -278,7 +278,8 @@ TEST_P(SeatDeathTest, InEveryWrite) {
 
 // The seat that settles the change of a dead one dies at that itself; the third one settles it.
 TEST_P(SeatDeathTest, OfTheOneThatSettlesToo) {
-  for (int change = 1; change < changes_; ++change) {
+  const int step = 1 + changes_ / 16;
+  for (int change = 1; change < changes_; change += step) {
     MemoryFileSystem left = files.Snapshot();
     bool acknowledged = false;
     Run(
