@@ -45,14 +45,22 @@ class RoundTrips : public SharingFixture {
 
 TEST_F(RoundTrips, OfASeat) {
   StartWithMany();
-  EXPECT_EQ(Of([this] { two_ = NewSeat(2); }), "5 opens, 7 reads, 0 writes, 0 cuts, 0 syncs, 1 locks");
-  EXPECT_EQ(Of([this] { AddTo(one(), "KILO"); }), "0 opens, 2 reads, 9 writes, 0 cuts, 2 syncs, 1 locks");
-  EXPECT_EQ(Of([this] { RefreshIfChanged(two(), RefreshView::kWholeFile); }), "5 opens, 14 reads, 6 writes, 0 cuts, 0 syncs, 1 locks");
-  EXPECT_EQ(Of([this] { (void)two().ChangedByOthers(); }), "0 opens, 1 reads, 0 writes, 0 cuts, 0 syncs, 0 locks");
-  EXPECT_EQ(Of([this] { two().LockCard(768); }), "0 opens, 0 reads, 0 writes, 0 cuts, 0 syncs, 1 locks");
-  EXPECT_EQ(OfChange(two(), 768, kFax, "1"), "0 opens, 3 reads, 8 writes, 1 cuts, 6 syncs, 1 locks");
-  EXPECT_EQ(Of([this] { two().UnlockCard(); }), "0 opens, 0 reads, 0 writes, 0 cuts, 0 syncs, 0 locks");
-  EXPECT_EQ(OfChange(two(), 768, kSte1, "LIMA"), "0 opens, 5 reads, 21 writes, 2 cuts, 12 syncs, 2 locks");
+  EXPECT_EQ(Of([this] { two_ = NewSeat(2); }),
+            "5 opens, 7 reads, 0 writes, 0 cuts, 0 syncs, 1 locks");
+  EXPECT_EQ(Of([this] { AddTo(one(), "KILO"); }),
+            "0 opens, 2 reads, 9 writes, 0 cuts, 2 syncs, 1 locks");
+  EXPECT_EQ(Of([this] { RefreshIfChanged(two(), RefreshView::kWholeFile); }),
+            "5 opens, 14 reads, 6 writes, 0 cuts, 0 syncs, 1 locks");
+  EXPECT_EQ(Of([this] { (void)two().ChangedByOthers(); }),
+            "0 opens, 1 reads, 0 writes, 0 cuts, 0 syncs, 0 locks");
+  EXPECT_EQ(Of([this] { two().LockCard(768); }),
+            "0 opens, 0 reads, 0 writes, 0 cuts, 0 syncs, 1 locks");
+  EXPECT_EQ(OfChange(two(), 768, kFax, "1"),
+            "0 opens, 3 reads, 8 writes, 1 cuts, 6 syncs, 1 locks");
+  EXPECT_EQ(Of([this] { two().UnlockCard(); }),
+            "0 opens, 0 reads, 0 writes, 0 cuts, 0 syncs, 0 locks");
+  EXPECT_EQ(OfChange(two(), 768, kSte1, "LIMA"),
+            "0 opens, 5 reads, 21 writes, 2 cuts, 12 syncs, 2 locks");
   EXPECT_EQ(OfDelete(two(), 1536), "0 opens, 4 reads, 10 writes, 2 cuts, 5 syncs, 2 locks");
   EXPECT_EQ(Of([this] {
               const Directory::Batch batch(two());
@@ -75,9 +83,12 @@ TEST_F(RoundTrips, WithoutSeats) {
   }
   one_->CloseDirectory();
   EXPECT_EQ(Of(open), "5 opens, 10 reads, 0 writes, 0 cuts, 0 syncs, 0 locks");
-  EXPECT_EQ(Of([this] { AddTo(one(), "KILO"); }), "0 opens, 0 reads, 7 writes, 0 cuts, 2 syncs, 0 locks");
-  EXPECT_EQ(OfChange(one(), 768, kFax, "1"), "0 opens, 1 reads, 5 writes, 1 cuts, 4 syncs, 0 locks");
-  EXPECT_EQ(OfChange(one(), 768, kSte1, "LIMA"), "0 opens, 3 reads, 17 writes, 2 cuts, 9 syncs, 0 locks");
+  EXPECT_EQ(Of([this] { AddTo(one(), "KILO"); }),
+            "0 opens, 0 reads, 7 writes, 0 cuts, 2 syncs, 0 locks");
+  EXPECT_EQ(OfChange(one(), 768, kFax, "1"),
+            "0 opens, 1 reads, 5 writes, 1 cuts, 4 syncs, 0 locks");
+  EXPECT_EQ(OfChange(one(), 768, kSte1, "LIMA"),
+            "0 opens, 3 reads, 17 writes, 2 cuts, 9 syncs, 0 locks");
   EXPECT_EQ(OfDelete(one(), 1536), "0 opens, 2 reads, 8 writes, 2 cuts, 4 syncs, 0 locks");
 }
 
