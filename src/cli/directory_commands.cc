@@ -107,6 +107,15 @@ void PrintFinding(CliSession& session, const Finding& finding) {
   session.out() << " : " << finding.text << '\n';
 }
 
+// What others have changed since a seat was last there, its address file cannot know.
+bool IsBehindOthers(FileSystem& files, const FamilyPaths& family) {
+  AddressHeader address;
+  const std::vector<std::byte> start = ReadStart(files, family.Of(".ADR"), AddressHeader::kSize);
+  std::ranges::copy(start, address.bytes().begin());
+  const std::optional<MainHeader> main = ReadMainHeader(files, family.Main());
+  return main && main->stamp() != address.stamp();
+}
+
 int RunCheck(CliSession& session, const Arguments& /*arguments*/) {
   const FamilyPaths* family = session.Family();
   if (family == nullptr) return kRefused;
@@ -119,8 +128,11 @@ int RunCheck(CliSession& session, const Arguments& /*arguments*/) {
   const bool has_seat = session.options().seat != 0;
   const auto held = has_seat ? HoldChanges(session.files(), family->Main(), kCheckWait) : nullptr;
   if (has_seat && held == nullptr) return session.Fail(std::string(LoadText(kHeldByOther)));
-  const std::vector<Finding> findings =
+  std::vector<Finding> findings =
       CheckFamily(session.files(), *family, session.settings().key_field);
+  if (has_seat && IsBehindOthers(session.files(), *family)) {
+    std::erase_if(findings, [](const Finding& finding) { return finding.file == "ADR"; });
+  }
   for (const Finding& finding : findings) PrintFinding(session, finding);
   if (session.options().json) {
     session.out() << ConsistentLine(findings.empty()) << '\n';

@@ -53,7 +53,7 @@ TEST_F(CliSeats, BothOptionsAreNeeded) {
 }
 
 TEST_F(CliSeats, ASeatIsANumberFromOne) {
-  for (const char* seat : {"0", "-1", "un", "1x", "", "65536", "99999999999"}) {
+  for (const char* seat : {"0", "-1", "un", "1x", "65536", "99999999999"}) {
     ExpectRefused({"--seat=" + std::string(seat), "--shared-dir", "/p", "info"}, 2,
                   "--seat demande un numéro de poste, 1 ou plus");
   }
@@ -86,8 +86,8 @@ TEST_F(CliSeats, ASeatsOwnFilesLieInItsFolder) {
 TEST_F(CliSeats, EachSeatHasItsOwnMarks) {
   BuildThree();
   DoneAt(1, {"mark", "2"});
-  EXPECT_EQ(DoneAt(1, {"--json", "unmark", "3"}), "{\"marked\": 1}\n");
-  EXPECT_EQ(DoneAt(2, {"--json", "unmark", "3"}), "{\"marked\": 0}\n");
+  EXPECT_EQ(DoneAt(1, {"--json", "unmark", "3"}), "{\"marked\":1}\n");
+  EXPECT_EQ(DoneAt(2, {"--json", "unmark", "3"}), "{\"marked\":0}\n");
 }
 
 TEST_F(CliSeats, ASeatSeesWhatAnotherDidAndKeepsItsMarks) {
@@ -133,12 +133,12 @@ TEST_F(CliSeats, TheLastCardUnderEditKeepsOthersFromBeingDeleted) {
 TEST_F(CliSeats, OfSeveralThoseThatAreFreeGo) {
   BuildThree();
   DoneAt(2, {"mark", "--all"});
-  const auto lock = Edited(2);
+  const auto lock = Edited(1);
   const CliOutcome outcome = At(2, {"delete", "--marked"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_NE(outcome.err.find("2 fiches supprimées"), std::string::npos) << outcome.err;
   EXPECT_NE(outcome.err.find(kHeld), std::string::npos);
-  EXPECT_NE(DoneAt(2, {"list"}).find("BETA"), std::string::npos);
+  EXPECT_EQ(DoneAt(2, {"list"}), "1 * ALPHA\n");
 }
 
 // A script keeps the directory open between its commands: each of them sees what others did.
@@ -200,7 +200,7 @@ TEST_F(CliSeats, FilesThatCannotBeLockedEndTheRun) {
 
 TEST_F(CliSeats, APrivateDirectoryIsItsSeats) {
   DoneAt(2, {"create", "--private"});
-  EXPECT_NE(DoneAt(2, {"--json", "info"}).find("\"owner\": 2"), std::string::npos);
+  EXPECT_NE(DoneAt(2, {"--json", "info"}).find("\"owner\":2"), std::string::npos);
   ExpectRefusedAt(1, {"list"}, "Accès refusé, Carnetel privé de:   (Poste N° 02)");
   ExpectRefusedAt(12, {"describe", "x", "--public"},
                   "Accès refusé, Carnetel privé de:   (Poste N° 02)");
@@ -213,7 +213,7 @@ TEST_F(CliSeats, ADirectoryIsMadePrivateAndPublicAgain) {
   DoneAt(1, {"describe", "Ventes", "--public"});
   EXPECT_EQ(At(2, {"list"}).status, 0);
   DoneAt(2, {"describe", "Achats"});
-  EXPECT_NE(DoneAt(1, {"--json", "info"}).find("\"owner\": 0"), std::string::npos);
+  EXPECT_NE(DoneAt(1, {"--json", "info"}).find("\"owner\":0"), std::string::npos);
 }
 
 TEST_F(CliSeats, WithoutASeatEveryDirectoryOpensAndNoneIsMadePrivate) {
@@ -224,7 +224,7 @@ TEST_F(CliSeats, WithoutASeatEveryDirectoryOpensAndNoneIsMadePrivate) {
 
 TEST_F(CliSeats, TheHighestSeatNumberIsAnOwnerToo) {
   DoneAt(65535, {"create", "--private"});
-  EXPECT_NE(DoneAt(65535, {"--json", "info"}).find("\"owner\": 65535"), std::string::npos);
+  EXPECT_NE(DoneAt(65535, {"--json", "info"}).find("\"owner\":65535"), std::string::npos);
   ExpectRefusedAt(1, {"list"}, "Accès refusé, Carnetel privé de:   (Poste N° 65535)");
 }
 
