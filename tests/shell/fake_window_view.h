@@ -22,8 +22,6 @@ namespace carnetel {
 // Answers questions in the order given; a question without an answer fails the test.
 class QueuedMessages : public MessageForm {
  public:
-  // Of a sibling's button: whether it shows, and whether it is enabled.
-  std::map<int, std::pair<bool, bool>> siblings;
   struct Entry {
     MessageStyle style;
     int title_id;
@@ -91,6 +89,8 @@ class FakeWindowView : public MainWindowView {
   int refills = 0;
   std::deque<int> posted;
   std::array<std::string, kReferenceCount> references;
+  // Of a sibling's button: whether it shows, and whether it is enabled.
+  std::map<int, std::pair<bool, bool>> siblings;
 
   // ---- MainWindowView ----
 
