@@ -21,6 +21,7 @@
 #include "desktop/dialogs/search_dialog.h"
 #include "desktop/dialogs/transfer_dialog.h"
 #include "desktop/dialogs/transfer_mode_dialog.h"
+#include "desktop/dialogs/viafax_dialog.h"
 
 namespace carnetel::desktop {
 
@@ -129,6 +130,11 @@ std::optional<bool> WindowDialogs::AskReplace(bool imports) {
   TransferModeDialog dialog(imports, Owner());
   if (!Run(dialog)) return {};
   return dialog.replaces();
+}
+
+bool WindowDialogs::RunViafaxOption(ViafaxOptionForm& form) {
+  ViafaxDialog dialog(form, Owner());
+  return Run(dialog);
 }
 
 void WindowDialogs::ShowAbout() {

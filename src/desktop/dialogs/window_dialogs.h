@@ -35,6 +35,7 @@ class WindowDialogs : public DialogHost {
   void RunDbaseImport(DbaseImportForm& form) override;
   void RunDbaseExport(DbaseExportForm& form) override;
   std::optional<bool> AskReplace(bool imports) override;
+  bool RunViafaxOption(ViafaxOptionForm& form) override;
   void ShowAbout() override;
   void ShowPatience(bool shown) override;
   void ShowHelp(int topic) override;
