@@ -35,6 +35,8 @@ class CliSession {
   // Keeps the active index in the profile and for this run; false when it cannot be written.
   bool StoreKeyField(int key_field);
   [[nodiscard]] LabelStyles label_styles() { return settings().Labels(); }
+  // Where the settings stand; need not exist.
+  [[nodiscard]] std::string ProfileFile() const;
   // The parameter file of transfers; its folder exists afterwards.
   [[nodiscard]] std::string ParameterFile();
   // The files of the run's directory; null when its path names no directory (told).
@@ -71,7 +73,6 @@ class CliSession {
  private:
   static constexpr int kAttentionTitle = 80;
 
-  [[nodiscard]] std::string ProfileFile() const;
   [[nodiscard]] std::string HomePath();
   [[nodiscard]] DirectoryOptions OpenOptions(bool may_create);
   Directory* Refuse();

@@ -15,6 +15,7 @@ namespace carnetel {
 [[nodiscard]] std::vector<Command> GroupCommands();      // group
 [[nodiscard]] std::vector<Command> TransferCommands();   // import export
 [[nodiscard]] std::vector<Command> ParameterCommands();  // parameters
+[[nodiscard]] Command ExtractCommand();
 [[nodiscard]] Command BatchCommand();
 
 // All of them, in the order of the help.

@@ -26,6 +26,7 @@ std::vector<Command> CollectCommands() {
   Append(&commands, GroupCommands());
   Append(&commands, TransferCommands());
   Append(&commands, ParameterCommands());
+  commands.push_back(ExtractCommand());
   commands.push_back(BatchCommand());
   return commands;
 }

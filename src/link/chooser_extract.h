@@ -18,6 +18,10 @@ struct ChooserRows {
   int current = -1;            // -1 for none
 };
 
+// The members of the displayed group that have such a number by their entries, in the order of the
+// address file, none of them current.
+[[nodiscard]] ChooserRows ListChooserRows(const Directory& directory, NumberKind kind);
+
 struct ExtractRequest {
   std::string file;  // is made when missing, and never emptied
   NumberKind kind = NumberKind::kFax;
@@ -35,17 +39,20 @@ struct ExtractOutcome {
   enum class Result {
     kDone,
     kNoRow,     // nothing to extract, nothing was written
-    kNoNumber,  // of the one card: nothing was written
+    kNoNumber,  // of the one card: nothing was written, but the file is there
     kNoFile,    // it cannot be opened
   };
   Result result = Result::kDone;
   // What the caller is told: 1 for a card, 2 for several, the number of cards of a Viafax job.
   int32_t answer = 0;
-  uint32_t cards = 0;  // written
+  uint32_t cards = 0;  // that went out
+  // Nobody waits for it: the answer is the same. The file is as it was, as far as the disk allows.
+  bool write_failed = false;
 };
 
 // The selection is what the address file marks, as far as it is among the rows, and ends after as
-// many as are marked; the group is every row. A card without a number is passed over in records.
+// many as the rows have marks; the group is every row. A card without a number is passed over in
+// records, while a Viafax job takes it.
 [[nodiscard]] ExtractOutcome ChooserExtract(Directory& directory, const ExtractRequest& request,
                                             ExtractScope scope, const ChooserRows& rows);
 

@@ -4,12 +4,15 @@
 
 #include <array>
 #include <cstddef>
+#include <string_view>
 
 namespace carnetel {
 
 enum class ViafaxSubject { kCompany, kName };
 
 inline constexpr int kViafaxOptions = 7;
+// Key of the program's own section of the profile; 0 when it is missing.
+inline constexpr std::string_view kViafaxOptionKey = "ViafaxOption";
 
 class ViafaxOptionForm {
  public:

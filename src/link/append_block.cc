@@ -1,0 +1,17 @@
+#include "link/append_block.h"
+
+#include <vector>
+
+namespace carnetel {
+
+bool AppendBlock(File& file, uint64_t position, ByteView block) {
+  const uint64_t size = file.Size();
+  std::vector<std::byte> former(static_cast<size_t>(size - position));
+  former.resize(file.Read(position, former));
+  if (file.Write(position, block)) return true;
+  if (!former.empty()) file.Write(position, former);
+  if (file.Size() > size) file.Truncate(size);
+  return false;
+}
+
+}  // namespace carnetel
