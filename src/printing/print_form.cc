@@ -63,7 +63,7 @@ bool PrintForm::PrintOnPrinter() {
   PrintJob job;
   job.document = FormatPrintf(kDocumentFormat,
                               {place_.application, directory_.paths().stem(), kMainExtension});
-  job.printer = stored_printer_.Read().name;
+  job.printer = PrinterName();
   job.columns = PrintColumns(run);
   job.lines = setup_.lines;
   const PrinterStart start = services_.printers.BeginPrinter(job);

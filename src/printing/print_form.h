@@ -44,6 +44,8 @@ class PrintForm {
   LayoutForm& layout() { return layout_; }
   // The top line: the chosen printer.
   [[nodiscard]] std::string PrinterText() const { return stored_printer_.Text(); }
+  // Its name; empty when none was chosen.
+  [[nodiscard]] std::string PrinterName() const { return stored_printer_.Read().name; }
   // "&Configurer...": true when another printer was chosen.
   bool Configure();
 

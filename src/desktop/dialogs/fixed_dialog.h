@@ -22,6 +22,8 @@ class FixedDialog : public QDialog {
   // Button 1 is the one that Enter presses.
   QPushButton* MakeButton(int id, const QString& caption);
   QPushButton* MakeHelpButton();
+  // Of the part of the dialog that the user is at.
+  void SetHelpTopic(int topic) { help_topic_ = topic; }
 
   void keyPressEvent(QKeyEvent* event) override;
 

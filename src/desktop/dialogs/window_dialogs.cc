@@ -17,6 +17,8 @@
 #include "desktop/dialogs/named_sets_dialog.h"
 #include "desktop/dialogs/number_dialog.h"
 #include "desktop/dialogs/preferences_dialog.h"
+#include "desktop/dialogs/print_dialog.h"
+#include "desktop/dialogs/printer_choice_dialog.h"
 #include "desktop/dialogs/rank_dialog.h"
 #include "desktop/dialogs/search_dialog.h"
 #include "desktop/dialogs/transfer_dialog.h"
@@ -129,6 +131,17 @@ std::optional<bool> WindowDialogs::AskReplace(bool imports) {
   TransferModeDialog dialog(imports, Owner());
   if (!Run(dialog)) return {};
   return dialog.replaces();
+}
+
+void WindowDialogs::RunPrint(PrintForm& form) {
+  PrintDialog dialog(
+      form, [this](const std::string& printer) { return printers_.PageLayout(printer); }, Owner());
+  (void)Run(dialog);
+}
+
+bool WindowDialogs::RunPrinterChoice(PrinterChoiceForm& form) {
+  PrinterChoiceDialog dialog(form, Owner());
+  return Run(dialog);
 }
 
 void WindowDialogs::ShowAbout() {

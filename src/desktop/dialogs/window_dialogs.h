@@ -6,6 +6,7 @@
 #include "desktop/controls/busy_state.h"
 #include "desktop/dialogs/help_window.h"
 #include "desktop/dialogs/patience_box.h"
+#include "desktop/print/printer_desk.h"
 #include "shell/dialog_host.h"
 
 namespace carnetel::desktop {
@@ -13,7 +14,8 @@ namespace carnetel::desktop {
 class WindowDialogs : public DialogHost {
  public:
   // Dialogs open over `window`, or over the dialog that is open already.
-  WindowDialogs(QWidget* window, BusyState& busy) : window_(window), busy_(busy) {}
+  WindowDialogs(QWidget* window, BusyState& busy)
+      : window_(window), busy_(busy), printers_(busy, [this] { return Owner(); }) {}
   ~WindowDialogs() override;
   WindowDialogs(const WindowDialogs&) = delete;
   WindowDialogs& operator=(const WindowDialogs&) = delete;
@@ -35,6 +37,9 @@ class WindowDialogs : public DialogHost {
   void RunDbaseImport(DbaseImportForm& form) override;
   void RunDbaseExport(DbaseExportForm& form) override;
   std::optional<bool> AskReplace(bool imports) override;
+  void RunPrint(PrintForm& form) override;
+  bool RunPrinterChoice(PrinterChoiceForm& form) override;
+  PrinterDesk& Printers() override { return printers_; }
   void ShowAbout() override;
   void ShowPatience(bool shown) override;
   void ShowHelp(int topic) override;
@@ -50,6 +55,7 @@ class WindowDialogs : public DialogHost {
 
   QWidget* window_;
   BusyState& busy_;
+  PrinterDesk printers_;
   HelpDesk help_;
   QPointer<PatienceBox> patience_;
 };
