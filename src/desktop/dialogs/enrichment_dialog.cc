@@ -23,6 +23,7 @@ EnrichmentDialog::EnrichmentDialog(EnrichmentReview& review, QWidget* parent)
       review_(review),
       panel_(new CardPanel(review.edits() ? CardPanel::Kind::kEntry : CardPanel::Kind::kReview,
                            this)) {
+  SetMainWindowFrame();
   auto* column = new QVBoxLayout(this);
   column->addWidget(panel_);
   column->addLayout(MakeButtons());

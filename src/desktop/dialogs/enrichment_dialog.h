@@ -1,5 +1,6 @@
-// "Enrichissement de l'carnetel": the cards of a capture file one by one, to look at or to complete,
-// each saved or passed over. Which comes next and when it ends is said by EnrichmentReview.
+// "Enrichissement de l'carnetel": the cards of a capture file one by one, to look at or to
+// complete, each saved or passed over. Which comes next and when it ends is said by
+// EnrichmentReview.
 #pragma once
 
 #include "desktop/controls/beeper.h"

@@ -19,6 +19,7 @@ constexpr int kPumpMilliseconds = 40;
 EnrichmentProgress::EnrichmentProgress(BusyState& busy, const std::string& directory,
                                        QWidget* parent)
     : FixedDialog(kTemplate, 0, parent), busy_(busy), company_(new QLabel) {
+  SetMainWindowFrame();
   auto* path = new PathLabel;
   path->setObjectName(QStringLiteral("directory"));
   path->SetPath(QString::fromStdString(directory));

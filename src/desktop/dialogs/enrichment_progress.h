@@ -1,6 +1,6 @@
-// "Enrichissement de l'carnetel en cours...": the box beside a silent enrichment, with the directory
-// and the company at hand. It lets events through by itself; whatever would close it is the wish to
-// stop, and it stays until the run is over.
+// "Enrichissement de l'carnetel en cours...": the box beside a silent enrichment, with the
+// directory and the company at hand. It lets events through by itself; whatever would close it is
+// the wish to stop, and it stays until the run is over.
 #pragma once
 
 #include <QElapsedTimer>
