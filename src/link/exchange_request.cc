@@ -288,6 +288,7 @@ int InsertionRun::Close(int result) {
 
 int ServeExchangeRequest(Directory& directory, const ExchangeRequestJob& job,
                          MessageForm& messages) {
+  if (directory.paths().Holds(job.file)) return kExchangeRefused;
   const bool inserts = job.type == ExchangeType::kInsert;
   const OpenMode mode = inserts ? OpenMode::kRead : OpenMode::kReadWrite;
   std::unique_ptr<File> file = directory.files().Open(job.file, mode);

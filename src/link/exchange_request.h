@@ -41,8 +41,8 @@ inline constexpr int kExchangeNotServed = 0;
 inline constexpr int kExchangeRefused = -1;
 
 // kExchangeDone: the request was served, or cards inserted, and the directory is closed.
-// kExchangeRefused: the file could not be opened or its cards not be taken (the directory is as it
-// was), or a card was refused (the directory is closed).
+// kExchangeRefused: the file could not be opened, is one of the directory's own or has cards that
+// cannot be taken (the directory is as it was), or a card was refused (the directory is closed).
 // kExchangeNotServed: everything else; the directory stays open, and after a look-up its saved
 // current row is that of the nearest card, for the chooser that follows.
 [[nodiscard]] int ServeExchangeRequest(Directory& directory, const ExchangeRequestJob& job,

@@ -71,6 +71,10 @@ class PrintForm {
   StoredPrinter stored_printer_;
 };
 
+// The name of a run's document in the queue of a printer: "CARNETEL - /d/CLIENTS.DAN".
+[[nodiscard]] std::string PrintDocumentName(const std::string& application,
+                                            const Directory& directory);
+
 // The path that a run writes to: a name without a folder lies beside the directory.
 [[nodiscard]] std::string PrintPath(const std::string& main_file, const std::string& path);
 

@@ -12,6 +12,11 @@ constexpr int kNoKey = 30;
 constexpr int kCardsCreated = 112;
 constexpr int kFailed = 205;
 
+// A directory that read itself would not come to an end: its own files are none.
+std::string ForeignFile(const Directory& directory, const std::string& file) {
+  return directory.paths().Holds(file) ? std::string() : file;
+}
+
 }  // namespace
 
 EnrichmentForm::EnrichmentForm(Directory& directory, MessageForm& messages, EnrichmentMode mode,
@@ -19,7 +24,7 @@ EnrichmentForm::EnrichmentForm(Directory& directory, MessageForm& messages, Enri
     : directory_(directory),
       messages_(messages),
       mode_(mode),
-      reader_(directory.files(), file, prefix),
+      reader_(directory.files(), ForeignFile(directory, file), prefix),
       failed_(!reader_.is_open()) {}
 
 std::string EnrichmentForm::DirectoryText() const {

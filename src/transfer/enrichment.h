@@ -33,8 +33,8 @@ class EnrichmentForm {
   [[nodiscard]] const CardRecord& card() const { return card_; }
   [[nodiscard]] std::string Company() const;
 
-  // Adds the record at hand, as it is. One that cannot be added does not count, and nothing is
-  // told.
+  // Adds the record at hand, as it is. One that cannot be added does not count; there is no
+  // message.
   void Add();
   // Adds what the user made of it, as the card form saves a new card; false, with a message, when
   // company and surname are both empty: the focus goes to the company.

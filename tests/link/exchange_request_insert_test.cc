@@ -1,6 +1,7 @@
 // Insertions of cards that an exchange file holds.
 #include <gmock/gmock.h>
 
+#include "platform/fault_file_system.h"
 #include "selection/group_file.h"
 #include "selection/marks.h"
 #include "tests/link/exchange_request_testing.h"
@@ -236,6 +237,25 @@ TEST_F(ExchangeInsert, AFullDirectoryRefusesTheCard) {
   ASSERT_EQ(Open(), OpenResult::kOpened);
   EXPECT_EQ(Insert({{{"", kNom}, {"BETA", kSte1}}, {{"", kNom}, {"GAMMA", kSte1}}}), -1);
   EXPECT_EQ(answering_.texts.back(), "0 fiche(s) créée(s)");
+}
+
+// Whichever write of the stores it is.
+TEST_F(ExchangeInsert, AWriteThatFailsIsNoSuccess) {
+  directory_->CloseDirectory();
+  const MemoryFileSystem before = files_.Snapshot();
+  int failed = 0;
+  for (int result = -1; result == -1; ++failed) {
+    MemoryFileSystem copy(before);
+    FaultFileSystem disk(copy);
+    DirectoryOptions options;
+    options.path = "/carnets/ESSAI.DAN";
+    Directory directory(DirectoryServices{disk, clock_, progress_}, options);
+    ASSERT_EQ(directory.OpenDirectory(), OpenResult::kOpened);
+    copy.SetContents(kFile, AsBytes(ExchangeBytes({{{"", kNom}, {"ALPHA", kSte1}}})));
+    disk.FailWrite(failed + 1);
+    result = ServeExchangeRequest(directory, {ExchangeType::kInsert, kFile}, answering_);
+  }
+  EXPECT_GT(failed, 5);
 }
 
 TEST_F(ExchangeInsert, MarksAndGroupsAreKept) {

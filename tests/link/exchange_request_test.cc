@@ -237,6 +237,18 @@ TEST_F(ExchangeLookUp, MalformedFilesAreLeftAlone) {
   EXPECT_TRUE(messages_.shown().empty());
 }
 
+TEST_F(ExchangeLookUp, NoFileOfTheDirectoryIsAnExchangeFile) {
+  Add("A", "ADAM", "1");
+  const auto before = AllFiles();
+  for (const char* file :
+       {"/carnets/ESSAI.DAN", "/carnets/ESSAI.I01", "/carnets/../carnets/ESSAI.ADR"}) {
+    for (const auto type : {ExchangeType::kLookUp, ExchangeType::kRewrite, ExchangeType::kInsert}) {
+      EXPECT_EQ(ServeExchangeRequest(*directory_, {type, file}, messages_), -1) << file;
+    }
+  }
+  EXPECT_EQ(AllFiles(), before);
+}
+
 TEST_F(ExchangeLookUp, AReplyThatCannotBeWrittenCountsAsNone) {
   Add("A", "ADAM", "1");
   directory_->CloseDirectory();

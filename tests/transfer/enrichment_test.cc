@@ -140,6 +140,13 @@ TEST_F(EnrichmentTest, AMissingOrShortFileIsAFailureWithoutCard) {
   EXPECT_EQ(CardCount(), 0U);
 }
 
+TEST_F(EnrichmentTest, TheDirectoryIsNoCaptureFile) {
+  EnrichmentForm form = Form(EnrichmentMode::kSilent, kMain);
+  EXPECT_FALSE(form.can_run());
+  form.Finish();
+  EXPECT_THAT(Texts(), ElementsAre(kFailure));
+}
+
 TEST_F(EnrichmentTest, ThePrefixReachesTheCards) {
   files_.SetContents(kCapture, AsBytes(CaptureBytes({.company = "A", .first_number = "12"})));
   EnrichmentForm form = Form(EnrichmentMode::kSilent, kCapture, "0-");

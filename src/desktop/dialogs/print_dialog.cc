@@ -26,6 +26,8 @@ PrintDialog::PrintDialog(PrintForm& form, PageOf page_of, QWidget* parent)
       layout_page_(new PrintLayoutPage(form.layout(), this)),
       preview_(new PrintPreview(this)) {
   printer_->setObjectName(QStringLiteral("printer"));
+  pages_->setObjectName(QStringLiteral("pages"));
+  pages_->setAccessibleName(QStringLiteral("Impression"));
   pages_->addTab(setup_, QStringLiteral("Para&mètres"));
   pages_->addTab(layout_page_, QStringLiteral("&Définir liste"));
   auto* left = new QVBoxLayout;

@@ -11,7 +11,7 @@ namespace {
 constexpr int kDialog = 133;
 constexpr int kHelpTopic = 54;
 constexpr int kShownRows = 8;
-constexpr int kShownCharacters = 56;
+constexpr int kShownCharacters = 72;
 
 }  // namespace
 

@@ -27,6 +27,7 @@ PrintLayoutPage::PrintLayoutPage(LayoutForm& form, QWidget* parent)
   auto* grid = new QGridLayout;
   for (size_t row = 0; row < kMaxColumns; ++row) AddRow(*grid, row, fields);
   grid->setColumnMinimumWidth(kCellsOfARow - 1, fontMetrics().averageCharWidth() * kGap);
+  grid->setColumnStretch(kCellsOfARow - 1, 1);
   QPushButton* standard = MakeButton("default", "Déf&aut");
   save_ = MakeButton("save", "&Sauver");
   connect(standard, &QPushButton::clicked, this, [this] {

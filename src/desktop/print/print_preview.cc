@@ -17,7 +17,6 @@ constexpr QColor kShade(0, 0, 0, 70);
 QPushButton* MakeButton(const char* name, const char* caption, QWidget* parent) {
   auto* button = new QPushButton(QString::fromUtf8(caption), parent);
   button->setObjectName(QString::fromLatin1(name));
-  button->setAutoDefault(false);
   return button;
 }
 

@@ -90,6 +90,10 @@ void PrintSetupPage::AddSpin(QGridLayout& grid, const char* label, UnitSpin* spi
   const int row = grid.count() / 2;
   auto* text = new QLabel(QString::fromUtf8(label), this);
   text->setBuddy(spin);
+  // The line within the spin is a stop of its own for screen readers.
+  const QString name = QString::fromUtf8(label).remove(u'&');
+  spin->setAccessibleName(name);
+  spin->findChild<QLineEdit*>()->setAccessibleName(name);
   grid.addWidget(text, row, 0, Qt::AlignRight | Qt::AlignVCenter);
   grid.addWidget(spin, row, 1);
   spin->setValue(value);
