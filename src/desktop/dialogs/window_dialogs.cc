@@ -25,6 +25,7 @@
 #include "desktop/dialogs/search_dialog.h"
 #include "desktop/dialogs/transfer_dialog.h"
 #include "desktop/dialogs/transfer_mode_dialog.h"
+#include "desktop/dialogs/viafax_dialog.h"
 
 namespace carnetel::desktop {
 
@@ -169,6 +170,11 @@ void WindowDialogs::EnrichWithReview(EnrichmentForm& form) {
   EnrichmentDialog dialog(review, Owner());
   caller_.Own(dialog);
   (void)Run(dialog);
+}
+
+bool WindowDialogs::RunViafaxOption(ViafaxOptionForm& form) {
+  ViafaxDialog dialog(form, Owner());
+  return Run(dialog);
 }
 
 void WindowDialogs::ShowAbout() {

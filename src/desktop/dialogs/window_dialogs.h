@@ -42,6 +42,7 @@ class WindowDialogs : public DialogHost {
   bool RunPrinterChoice(PrinterChoiceForm& form) override;
   PrinterDesk& Printers() override { return printers_; }
   void RunEnrichment(EnrichmentForm& form) override;
+  bool RunViafaxOption(ViafaxOptionForm& form) override;
   void ShowAbout() override;
   void ShowPatience(bool shown) override;
   void ShowHelp(int topic) override;
