@@ -8,7 +8,7 @@
 #include "desktop/controls/faces.h"
 #include "desktop/controls/window_messages.h"
 #include "desktop/controls/window_progress.h"
-#include "desktop/roles/role_windows.h"
+#include "desktop/roles/run_windows.h"
 #include "platform/instance_guard.h"
 #include "platform/posix_file_system.h"
 #include "platform/program_start.h"

@@ -58,11 +58,12 @@ xcb_atom_t MessageType(xcb_connection_t* connection) {
 void CallerWindow::Own(QWidget& window) const {
   xcb_connection_t* connection = window_ == 0 ? nullptr : Connection();
   if (connection == nullptr || !IsWindow(connection, window_)) return;
-  window.winId();
-  QWindow* own = window.windowHandle();
   QWindow* owner = QWindow::fromWinId(window_);
   if (owner == nullptr) return;
-  own->setTransientParent(owner);
+  // The toolkit tells X11 of an owner for dialogs only.
+  window.setWindowFlags(window.windowFlags() | Qt::Dialog);
+  window.winId();
+  window.windowHandle()->setTransientParent(owner);
   // It only stands for the other program's window, which stays when it goes.
   QObject::connect(&window, &QObject::destroyed, owner, &QObject::deleteLater);
 }

@@ -1,4 +1,4 @@
-#include "desktop/roles/role_windows.h"
+#include "desktop/roles/run_windows.h"
 
 #include <QApplication>
 #include <QSessionManager>
@@ -17,6 +17,8 @@ RunWindows::RunWindows(Session& session, BusyState& busy, int list_capacity)
   dialogs_.SetCaller(caller_);
   connect(&signals_, &SystemSignals::endRequested, this, &RunWindows::EndAsked);
   connect(qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager& manager) {
+    // The desktop is to know of the box, whatever it thinks of it.
+    (void)manager.allowsInteraction();
     RefuseShutdown(session_.services().messages, [&manager] { manager.cancel(); });
   });
 }
