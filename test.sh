@@ -8,7 +8,7 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 . scripts/build.sh
 
-scripts/setup.sh
+scripts/setup.sh --test
 if [ $# -gt 0 ]; then
   build dev
   exec ctest --preset dev "$@"

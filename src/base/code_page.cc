@@ -156,6 +156,17 @@ std::string FromUtf8Lossy(std::string_view utf8, const UpperHalf& page) {
   return bytes;
 }
 
+// Capital of a character of code page 1252; ß, µ, ƒ and the like have none there.
+unsigned char AnsiCapital(unsigned char byte) {
+  constexpr unsigned char kDivisionSign = 0xF7;
+  const bool plain = byte >= 'a' && byte <= 'z';
+  const bool accented = byte >= 0xE0 && byte <= 0xFE && byte != kDivisionSign;
+  if (plain || accented) return static_cast<unsigned char>(byte - 0x20);
+  const bool caron_or_ligature = byte == 0x9A || byte == 0x9C || byte == 0x9E;
+  if (caron_or_ligature) return static_cast<unsigned char>(byte - 0x10);
+  return byte == 0xFF ? 0x9F : byte;
+}
+
 }  // namespace
 
 void OemToCharBuff(ByteSpan buffer) {
@@ -172,6 +183,11 @@ AnsiText OemToAnsi(const OemText& text) {
 
 OemText AnsiToOem(const AnsiText& text) {
   return OemText(Translated(text.bytes(), kAnsiToOem));
+}
+
+AnsiText AnsiCapitals(AnsiText text) {
+  for (char& c : text.bytes()) c = static_cast<char>(AnsiCapital(static_cast<unsigned char>(c)));
+  return text;
 }
 
 std::string Utf8FromOem(const OemText& text) {

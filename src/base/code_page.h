@@ -20,6 +20,9 @@ void CharToOemBuff(ByteSpan buffer);
 [[nodiscard]] AnsiText OemToAnsi(const OemText& text);
 [[nodiscard]] OemText AnsiToOem(const AnsiText& text);
 
+// Every letter that has a capital in its page as that one, accented ones too.
+[[nodiscard]] AnsiText AnsiCapitals(AnsiText text);
+
 [[nodiscard]] std::string Utf8FromOem(const OemText& text);
 [[nodiscard]] std::string Utf8FromAnsi(const AnsiText& text);
 

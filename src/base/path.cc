@@ -2,21 +2,12 @@
 
 #include <algorithm>
 
+#include "base/code_page.h"
+
 namespace carnetel {
 namespace {
 
 constexpr char kSeparator = '/';
-
-// Capital of a character of code page 1252; ß, µ, ƒ and the like have none there.
-unsigned char AnsiCapital(unsigned char byte) {
-  constexpr unsigned char kDivisionSign = 0xF7;
-  const bool plain = byte >= 'a' && byte <= 'z';
-  const bool accented = byte >= 0xE0 && byte <= 0xFE && byte != kDivisionSign;
-  if (plain || accented) return static_cast<unsigned char>(byte - 0x20);
-  const bool caron_or_ligature = byte == 0x9A || byte == 0x9C || byte == 0x9E;
-  if (caron_or_ligature) return static_cast<unsigned char>(byte - 0x10);
-  return byte == 0xFF ? 0x9F : byte;
-}
 
 }  // namespace
 
@@ -57,8 +48,7 @@ bool HasExtension(std::string_view path, std::string_view extension) {
 }
 
 AnsiText UpperCasePath(AnsiText path) {
-  for (char& c : path.bytes()) c = static_cast<char>(AnsiCapital(static_cast<unsigned char>(c)));
-  return path;
+  return AnsiCapitals(std::move(path));
 }
 
 }  // namespace carnetel

@@ -10,14 +10,6 @@
 namespace carnetel {
 namespace {
 
-std::optional<uint32_t> ParseNumber(std::string_view text) {
-  uint32_t number = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  if (text.empty() || error != std::errc() || stop != end) return std::nullopt;
-  return number;
-}
-
 bool HoldsControl(std::string_view text, bool line_breaks) {
   for (size_t i = 0; i < text.size(); ++i) {
     const auto byte = static_cast<unsigned char>(text[i]);
@@ -36,6 +28,14 @@ std::string CutText(std::string text, size_t size) {
 }
 
 }  // namespace
+
+std::optional<uint32_t> ParseNumber(std::string_view text) {
+  uint32_t number = 0;
+  const char* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  if (text.empty() || error != std::errc() || stop != end) return std::nullopt;
+  return number;
+}
 
 std::optional<OemText> ToOem(CliSession& session, const std::string& utf8, const std::string& place,
                              size_t size, bool line_breaks) {

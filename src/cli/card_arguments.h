@@ -6,12 +6,16 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "cli/cli_session.h"
 #include "cli/json_form.h"
 
 namespace carnetel {
+
+// A whole number without a sign; nothing when the text is none.
+[[nodiscard]] std::optional<uint32_t> ParseNumber(std::string_view text);
 
 // The card offsets of rows ("12") and offsets ("@768"); nothing when one of them is none (told,
 // with the exit status in `*status`).

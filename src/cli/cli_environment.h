@@ -7,6 +7,7 @@
 #include <iosfwd>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/clock.h"
 #include "platform/folders.h"
@@ -28,6 +29,9 @@ struct CliEnvironment {
   bool can_ask = false;
   bool shows_progress = false;
 
+  // Whether the user's surroundings measure in centimetres.
+  bool metric = true;
+
   // True once the program that reads the output has ended, as `head` does early: no error to tell.
   std::function<bool()> reader_left = [] { return false; };
   // True once the user asked to stop.
@@ -35,6 +39,9 @@ struct CliEnvironment {
   // Keeps other programs out of the directory whose canonical address path is given, as long as the
   // answer lives; null when somebody else has it.
   std::function<std::shared_ptr<void>(const std::string& address_path)> take_guard;
+  // Runs another program to its end and answers its status, -1 when it cannot be started.
+  std::function<int(const std::vector<std::string>& words)> run_program =
+      [](const std::vector<std::string>& /*words*/) { return -1; };
   // A clock that never goes back, for the pace of the progress bar.
   std::function<int64_t()> milliseconds;
 };

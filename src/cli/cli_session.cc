@@ -45,7 +45,7 @@ CliSession::~CliSession() {
 
 const Settings& CliSession::settings() {
   if (!settings_) {
-    settings_ = ReadSettings(UserProfile(files(), ProfileFile()));
+    settings_ = ReadSettings(Profile());
   }
   return *settings_;
 }
@@ -54,10 +54,13 @@ std::string CliSession::ProfileFile() const {
   return options_.profile ? *options_.profile : ProfilePath(environment_.variables);
 }
 
+std::string_view CliSession::ProfileSection() {
+  return LoadText(kProfileSection);
+}
+
 bool CliSession::StoreKeyField(int key_field) {
   (void)settings();
-  UserProfile profile(files(), ProfileFile());
-  if (!profile.WriteInt(LoadText(kProfileSection), LoadText(kIdindex), key_field)) return false;
+  if (!Profile().WriteInt(ProfileSection(), LoadText(kIdindex), key_field)) return false;
   settings_->key_field = key_field;
   return true;
 }

@@ -35,8 +35,11 @@ class CliSession {
   // Keeps the active index in the profile and for this run; false when it cannot be written.
   bool StoreKeyField(int key_field);
   [[nodiscard]] LabelStyles label_styles() { return settings().Labels(); }
-  // Where the settings stand; need not exist.
-  [[nodiscard]] std::string ProfileFile() const;
+  // The profile of the user, which need not exist; its section that is this system's.
+  [[nodiscard]] UserProfile Profile() const { return {files(), ProfileFile()}; }
+  [[nodiscard]] static std::string_view ProfileSection();
+  // The home folder of the program with its trailing '/'; it exists afterwards.
+  [[nodiscard]] std::string HomePath();
   // The parameter file of transfers; its folder exists afterwards.
   [[nodiscard]] std::string ParameterFile();
   // The files of the run's directory; null when its path names no directory (told).
@@ -73,7 +76,7 @@ class CliSession {
  private:
   static constexpr int kAttentionTitle = 80;
 
-  [[nodiscard]] std::string HomePath();
+  [[nodiscard]] std::string ProfileFile() const;
   [[nodiscard]] DirectoryOptions OpenOptions(bool may_create);
   Directory* Refuse();
 

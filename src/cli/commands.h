@@ -15,7 +15,11 @@ namespace carnetel {
 [[nodiscard]] std::vector<Command> GroupCommands();      // group
 [[nodiscard]] std::vector<Command> TransferCommands();   // import export
 [[nodiscard]] std::vector<Command> ParameterCommands();  // parameters
+[[nodiscard]] Command LayoutCommand();
+[[nodiscard]] Command PrintCommand();
 [[nodiscard]] Command ExtractCommand();
+[[nodiscard]] Command ExchangeCommand();
+[[nodiscard]] Command CaptureCommand();
 [[nodiscard]] Command BatchCommand();
 
 // All of them, in the order of the help.

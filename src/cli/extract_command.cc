@@ -21,7 +21,6 @@ constexpr int kNoSelection = 50;
 constexpr int kWriteError = 94;
 constexpr int kNoNumber = 103;
 constexpr int kOntoItself = 181;
-constexpr int kProfileSection = 231;
 
 constexpr const char* kOwnSettings = "CARNETEL";
 
@@ -116,8 +115,8 @@ class Extraction {
   void FinishRequest() {
     request_.styles = session_.label_styles();
     if (!request_.viafax) return;
-    const UserProfile profile(session_.files(), session_.ProfileFile());
-    request_.viafax_option = profile.Int(LoadText(kProfileSection), kViafaxOptionKey, 0);
+    const UserProfile profile = session_.Profile();
+    request_.viafax_option = profile.Int(CliSession::ProfileSection(), kViafaxOptionKey, 0);
     const CliEnvironment& environment = session_.environment();
     const std::string home =
         HomeFolder(environment.files, environment.variables, environment.executable_folder);

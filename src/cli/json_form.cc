@@ -79,6 +79,18 @@ std::string ProfileLine(const std::string& name, const std::string& kind) {
   return Line({{"name", name}, {"kind", kind}});
 }
 
+std::string PrintedLine(uint32_t cards, uint32_t pages) {
+  return Line({{"cards", cards}, {"pages", pages}});
+}
+
+std::string LayoutLine(const LayoutView& layout) {
+  Json columns = Json::array();
+  for (const auto& [field, width] : layout.columns) {
+    columns.push_back(Json::object({{"field", field}, {"width", width}}));
+  }
+  return Line({{"columns", columns}, {"width", layout.width}});
+}
+
 std::string TrialLine(const TrialView& trial) {
   Json object = Json::object({{"cards", trial.cards}});
   for (const auto& [name, count] : trial.counts) object[name] = count;
@@ -90,6 +102,17 @@ std::string TrialLine(const TrialView& trial) {
     lines.push_back(std::move(entry));
   }
   object["lines"] = std::move(lines);
+  return Line(object);
+}
+
+std::string ExchangeLine(const ExchangeView& exchange) {
+  Json object = Json::object({{"result", exchange.result}});
+  if (exchange.reply) {
+    object["name"] = exchange.reply->name;
+    object["number"] = exchange.reply->number;
+    object["row"] = exchange.reply->row;
+  }
+  if (exchange.cards) object["cards"] = *exchange.cards;
   return Line(object);
 }
 

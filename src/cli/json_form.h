@@ -60,6 +60,16 @@ struct GroupView {
 // {"name": …, "kind": "plain"}
 [[nodiscard]] std::string ProfileLine(const std::string& name, const std::string& kind);
 
+// {"cards": 12, "pages": 1}
+[[nodiscard]] std::string PrintedLine(uint32_t cards, uint32_t pages);
+
+// {"columns": [{"field": "Ste1", "width": 30}], "width": 30}
+struct LayoutView {
+  std::vector<std::pair<std::string, int64_t>> columns;
+  int width = 0;
+};
+[[nodiscard]] std::string LayoutLine(const LayoutView& layout);
+
 // What an import would do: {"cards": 2, "cut": 1, …, "lines": [{"line": 3, "finding": "cut",
 // "field": "Nom"}]}; the lines that are refused have a "reason" and no "field".
 struct TrialView {
@@ -74,6 +84,20 @@ struct TrialView {
   std::vector<Line> lines;
 };
 [[nodiscard]] std::string TrialLine(const TrialView& trial);
+
+// How an exchange request ended: {"result": 1, "name": …, "number": …, "row": 3} for a look-up that
+// was answered, {"result": 1, "cards": 2} for cards inserted.
+struct ExchangeView {
+  struct Reply {
+    std::string name;
+    std::string number;
+    uint32_t row = 0;
+  };
+  int result = 0;
+  std::optional<Reply> reply = {};
+  std::optional<uint32_t> cards = {};
+};
+[[nodiscard]] std::string ExchangeLine(const ExchangeView& exchange);
 
 // A card to add: its "fields", and whether it is "marked". What else a card object holds (row,
 // offset, groups, label) says where a card was and is not looked at.

@@ -8,7 +8,9 @@
 #include "cli/run_cli.h"
 #include "platform/directory_guard.h"
 #include "platform/interrupt.h"
+#include "platform/measurement.h"
 #include "platform/posix_file_system.h"
+#include "platform/program_start.h"
 
 namespace {
 
@@ -52,9 +54,11 @@ int main(int argc, char** argv) {
       .version = CARNETEL_VERSION,
       .can_ask = err_is_terminal && ::isatty(STDIN_FILENO) == 1,
       .shows_progress = err_is_terminal,
+      .metric = carnetel::LocaleIsMetric(),
       .reader_left = [] { return reader_left != 0; },
       .interrupted = [&interrupt] { return interrupt.requested(); },
       .take_guard = TakeGuard,
+      .run_program = carnetel::RunProgram,
       .milliseconds = Milliseconds};
   return carnetel::RunCli({argv + 1, argv + argc}, environment);
 }

@@ -26,7 +26,11 @@ std::vector<Command> CollectCommands() {
   Append(&commands, GroupCommands());
   Append(&commands, TransferCommands());
   Append(&commands, ParameterCommands());
+  commands.push_back(LayoutCommand());
+  commands.push_back(PrintCommand());
   commands.push_back(ExtractCommand());
+  commands.push_back(ExchangeCommand());
+  commands.push_back(CaptureCommand());
   commands.push_back(BatchCommand());
   return commands;
 }

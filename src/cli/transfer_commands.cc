@@ -118,9 +118,11 @@ int TryImport(CliSession& session, const Arguments& arguments) {
                                    .version = real.version,
                                    .can_ask = real.can_ask,
                                    .shows_progress = real.shows_progress,
+                                   .metric = real.metric,
                                    .reader_left = real.reader_left,
                                    .interrupted = real.interrupted,
                                    .take_guard = real.take_guard,
+                                   .run_program = real.run_program,
                                    .milliseconds = real.milliseconds};
   CliSession trial(environment, session.options());
   trial.messages().set_script_line(session.messages().script_line());

@@ -1,5 +1,7 @@
 #include "platform/file_system.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <optional>
 #include <span>
@@ -106,6 +108,20 @@ std::vector<std::byte> ReadStart(FileSystem& files, const std::string& path, siz
   std::vector<std::byte> start(static_cast<size_t>(std::min<uint64_t>(limit, file->Size())));
   start.resize(file->Read(0, start));
   return start;
+}
+
+bool ReplaceFile(FileSystem& files, const std::string& path, ByteView content) {
+  const std::string target = files.Canonical(path);
+  // A device is none, and must not give way to a file.
+  if (files.Exists(target) && files.Open(target, OpenMode::kReadWrite) == nullptr) return false;
+  const std::string temporary = target + "." + std::to_string(::getpid()) + ".tmp";
+  std::unique_ptr<File> file = files.Open(temporary, OpenMode::kCreateOrEmpty);
+  if (file == nullptr) return false;
+  const bool written = file->Write(0, content) && file->Sync();
+  file.reset();
+  if (written && files.Rename(temporary, target)) return true;
+  files.Remove(temporary);
+  return false;
 }
 
 std::optional<std::string> ReadText(FileSystem& files, const std::string& path) {

@@ -94,6 +94,12 @@ int DeleteMatching(FileSystem& files, const std::string& pattern);
 // Reads at most `limit` bytes from the start of a file; empty when it cannot be opened.
 std::vector<std::byte> ReadStart(FileSystem& files, const std::string& path, size_t limit);
 
+// Puts a file with this content at `path`, in one step: by a temporary file beside it, so that no
+// moment shows half of it. Links are resolved first: the file at their end is replaced, not the
+// link. False when it could not be made, or what is there is no file that may be written; what was
+// there then stays.
+bool ReplaceFile(FileSystem& files, const std::string& path, ByteView content);
+
 // Larger files are not taken for texts that somebody wrote.
 inline constexpr uint64_t kLargestText = uint64_t{64} * 1024 * 1024;
 

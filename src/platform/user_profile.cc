@@ -1,7 +1,5 @@
 #include "platform/user_profile.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
@@ -68,19 +66,10 @@ std::optional<std::string> UserProfile::Load() const {
   return files_.Exists(path_) ? ReadText(files_, path_) : std::optional(std::string());
 }
 
-// By a temporary file beside it, so that no moment shows half a profile. The links of the path are
-// resolved first: the file at their end is replaced, not the link.
 bool UserProfile::Replace(std::string_view content) {
   const std::string target = files_.Canonical(path_);
   files_.MakeFolder(target.substr(0, target.rfind('/') + 1));
-  const std::string temporary = target + "." + std::to_string(::getpid()) + ".tmp";
-  std::unique_ptr<File> file = files_.Open(temporary, OpenMode::kCreateOrEmpty);
-  if (file == nullptr) return false;
-  const bool written = file->Write(0, AsBytes(content)) && file->Sync();
-  file.reset();
-  if (written && files_.Rename(temporary, target)) return true;
-  files_.Remove(temporary);
-  return false;
+  return ReplaceFile(files_, target, AsBytes(content));
 }
 
 }  // namespace carnetel

@@ -10,6 +10,8 @@ namespace carnetel {
 namespace {
 
 constexpr int kWidthText = 37;
+// The largest number of kWidthDigits digits: a file that somebody damaged may hold any.
+constexpr uint32_t kMaxWidth = 999;
 
 uint32_t NumberOf(std::string_view digits) {
   uint32_t number = 0;
@@ -67,9 +69,9 @@ bool LayoutForm::Save() {
 void LayoutForm::Show(const Composition& composition) {
   rows_ = {};
   for (size_t i = 0; i < kMaxColumns; ++i) {
-    const ColumnSpec& spec = composition[i];
-    if (spec.choice == 0 || spec.choice > kColumnChoices) break;
-    rows_[i] = {spec.choice, std::to_string(spec.width)};
+    const ColumnSpec& stored = composition[i];
+    if (stored.choice == 0 || stored.choice > kColumnChoices) break;
+    rows_[i] = {stored.choice, std::to_string(std::min(stored.width, kMaxWidth))};
   }
 }
 

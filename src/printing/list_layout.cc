@@ -44,9 +44,10 @@ std::string ChoiceName(uint32_t choice) {
 
 ListLayout::ListLayout(const Composition& composition) {
   for (size_t i = 0; i < kMaxColumns; ++i) {
-    const ColumnSpec& spec = composition[i];
-    if (spec.choice == 0 || spec.choice > kColumnChoices) break;
-    columns_.push_back({FieldOfChoice(spec.choice), std::min<size_t>(spec.width, kMaxListLine)});
+    const ColumnSpec& stored = composition[i];
+    if (stored.choice == 0 || stored.choice > kColumnChoices) break;
+    columns_.push_back(
+        {FieldOfChoice(stored.choice), std::min<size_t>(stored.width, kMaxListLine)});
   }
 }
 

@@ -61,8 +61,7 @@ bool PrintForm::PrintToFile() {
 bool PrintForm::PrintOnPrinter() {
   const PrintRun run = MakeRun();
   PrintJob job;
-  job.document = FormatPrintf(kDocumentFormat,
-                              {place_.application, directory_.paths().stem(), kMainExtension});
+  job.document = PrintDocumentName(place_.application, directory_);
   job.printer = stored_printer_.Read().name;
   job.columns = PrintColumns(run);
   job.lines = setup_.lines;
@@ -77,16 +76,21 @@ bool PrintForm::PrintOnPrinter() {
   return true;
 }
 
+std::string PrintDocumentName(const std::string& application, const Directory& directory) {
+  return FormatPrintf(kDocumentFormat, {application, directory.paths().stem(), kMainExtension});
+}
+
 std::string PrintPath(const std::string& main_file, const std::string& path) {
   const bool is_bare = path.find('/') == std::string::npos;
   return is_bare ? PathSplit(main_file).folder + path : path;
 }
 
 std::unique_ptr<File> OpenPrintFile(const Directory& directory, const std::string& path) {
-  // A printout must never overwrite the cards.
-  if (path.empty() || directory.paths().Holds(path)) return nullptr;
   FileSystem& files = directory.files();
-  return files.Open(FindAnyCase(files, path), OpenMode::kCreateOrOpen);
+  const std::string found = FindAnyCase(files, path);
+  // A printout must never overwrite the cards, in whatever case their file was typed.
+  if (path.empty() || directory.paths().Holds(found)) return nullptr;
+  return files.Open(found, OpenMode::kCreateOrOpen);
 }
 
 }  // namespace carnetel

@@ -44,6 +44,8 @@ class PrintForm {
   LayoutForm& layout() { return layout_; }
   // The top line: the chosen printer.
   [[nodiscard]] std::string PrinterText() const { return stored_printer_.Text(); }
+  // Its name; empty when none was chosen.
+  [[nodiscard]] std::string PrinterName() const { return stored_printer_.Read().name; }
   // "&Configurer...": true when another printer was chosen.
   bool Configure();
 
@@ -68,6 +70,10 @@ class PrintForm {
   LayoutForm layout_;
   StoredPrinter stored_printer_;
 };
+
+// The name of a run's document in the queue of a printer: "CARNETEL - /d/CLIENTS.DAN".
+[[nodiscard]] std::string PrintDocumentName(const std::string& application,
+                                            const Directory& directory);
 
 // The path that a run writes to: a name without a folder lies beside the directory.
 [[nodiscard]] std::string PrintPath(const std::string& main_file, const std::string& path);

@@ -136,6 +136,7 @@ void MainWindowLogic::GoToNumber() {
 }
 
 void MainWindowLogic::Print() {
+  if (list_.row_count() == 0) return;
   const SessionServices& services = session_.services();
   const PrintServices print_services = {
       services.messages, services.profile, std::string(session_.ProfileSection()),

@@ -33,26 +33,34 @@ class EnrichmentForm {
   [[nodiscard]] const CardRecord& card() const { return card_; }
   [[nodiscard]] std::string Company() const;
 
-  // Adds the record at hand, as it is.
+  // Adds the record at hand, as it is. One that cannot be added does not count; there is no
+  // message.
   void Add();
-  // Adds what the user made of it; false, with a message, when company and surname are both empty:
-  // the focus goes to the company.
-  bool AddEdited(const CardRecord& card);
+  // Adds what the user made of it, as the card form saves a new card; false, with a message, when
+  // company and surname are both empty: the focus goes to the company.
+  bool AddEdited(CardRecord card);
 
-  // The silent run: shows each company, adds it, until the end or until `stopped` is true.
+  // The silent run: shows each company (UTF-8) and adds the card, until the end. When the user
+  // wants to stop, the card at hand is still added.
   void RunSilently(const std::function<bool(const std::string& company)>& show_and_ask_stop);
 
   [[nodiscard]] int32_t added() const { return added_; }
-  // Ends the run: closes the directory and tells how many cards were added, or that it failed.
+  // Whether there was no file to read, or a card could not be added or written.
+  [[nodiscard]] bool failed() const { return failed_; }
+  // Ends the run: closes the directory and tells how many cards were added, or, when there are
+  // none, that it failed.
   void Finish();
 
  private:
+  void AddCard(const CardRecord& card);
+
   Directory& directory_;
   MessageForm& messages_;
   EnrichmentMode mode_;
   CaptureReader reader_;
   CardRecord card_;
   int32_t added_ = 0;
+  bool failed_ = false;
 };
 
 }  // namespace carnetel

@@ -20,11 +20,18 @@ CliOutcome CliTest::Run(const Words& words) {
       .version = "9.9",
       .can_ask = can_ask_,
       .shows_progress = shows_progress_,
+      .metric = metric_,
       .interrupted = [&] { return interrupt_after_ >= 0 && asked++ >= interrupt_after_; },
       .take_guard = [this](const std::string& address_path) -> std::shared_ptr<void> {
         guarded_.push_back(address_path);
         return others_work_on_it_ ? nullptr : std::make_shared<int>(0);
       },
+      .run_program =
+          [this](const Words& program) {
+            programs_.push_back(program);
+            handed_over_ = files_.Contents(program.back());
+            return program_status_;
+          },
       .milliseconds = [this] { return milliseconds_ += 60; }};
   const int status = RunCli(words, environment);
   return {status, out.str(), err.str()};

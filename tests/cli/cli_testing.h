@@ -55,6 +55,11 @@ class CliTest : public testing::Test {
   bool can_ask_ = false;
   bool shows_progress_ = false;
   bool others_work_on_it_ = false;
+  bool metric_ = true;
+  // The programs that were run, and what the file named last on their lines held then.
+  std::vector<Words> programs_;
+  std::vector<std::byte> handed_over_;
+  int program_status_ = 0;
   int interrupt_after_ = -1;  // questions of the tool whether to stop; never when negative
   int64_t milliseconds_ = 0;
   std::vector<std::string> guarded_;

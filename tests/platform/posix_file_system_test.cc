@@ -29,6 +29,23 @@ TEST_F(PosixFileSystemTest, APipeDoesNotOpenAndDoesNotWait) {
   EXPECT_EQ(files_.Open(Path("pipe"), OpenMode::kReadWrite), nullptr);
 }
 
+TEST_F(PosixFileSystemTest, OnlyAFileIsReplacedAndALinkStays) {
+  ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
+  EXPECT_FALSE(ReplaceFile(files_, Path("pipe"), AsBytes("x")));
+  ASSERT_TRUE(files_.MakeFolder(Path("folder")));
+  EXPECT_FALSE(ReplaceFile(files_, Path("folder"), AsBytes("x")));
+  EXPECT_FALSE(ReplaceFile(files_, Path("none/file"), AsBytes("x")));
+  EXPECT_EQ(files_.List(folder_.path()).size(), 2U);
+  ASSERT_EQ(::symlink("file", Path("link").c_str()), 0);
+  EXPECT_TRUE(ReplaceFile(files_, Path("file"), AsBytes("much of it")));
+  EXPECT_TRUE(ReplaceFile(files_, Path("link"), AsBytes("less")));
+  EXPECT_EQ(ReadText(files_, Path("file")), "less");
+  struct stat status = {};
+  ASSERT_EQ(::lstat(Path("link").c_str(), &status), 0);
+  EXPECT_TRUE(S_ISLNK(status.st_mode));
+  EXPECT_EQ(files_.List(folder_.path()).size(), 4U);
+}
+
 TEST_F(PosixFileSystemTest, CanonicalFollowsLinksAsFarAsThePathExists) {
   ASSERT_TRUE(files_.MakeFolder(Path("real")));
   ASSERT_EQ(::symlink("real", Path("link").c_str()), 0);

@@ -94,7 +94,7 @@ class FakeWindowView : public MainWindowView {
 
   // ---- MainWindowView ----
 
-  void SetFieldText(int control, const std::string& utf8) override { texts_[control] = utf8; }
+  void SetFieldText(int control, const std::string& utf8) override;
   [[nodiscard]] std::string FieldText(int control) const override;
   void SetReferences(const std::array<std::string, kReferenceCount>& utf8) override {
     references = utf8;

@@ -19,9 +19,13 @@ class FixedDialog : public QDialog {
   void helpWanted(int topic);
 
  protected:
+  // For a dialog that is a role's only window: it can be put aside like any main window.
+  void SetMainWindowFrame();
   // Button 1 is the one that Enter presses.
   QPushButton* MakeButton(int id, const QString& caption);
   QPushButton* MakeHelpButton();
+  // Of the part of the dialog that the user is at.
+  void SetHelpTopic(int topic) { help_topic_ = topic; }
 
   void keyPressEvent(QKeyEvent* event) override;
 

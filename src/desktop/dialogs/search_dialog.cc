@@ -68,25 +68,13 @@ void SearchDialog::FieldEdited(int control) {
     beep_();
     panel_->UndoChange(control);
   }
-  form_.FieldsChanged(Texts());
+  form_.FieldsChanged(panel_->Texts());
   EnableButtons();
-}
-
-FormTexts SearchDialog::Texts() const {
-  FormTexts texts;
-  for (const FormField& row : kFormFields) {
-    texts.fields[row.control] = panel_->FieldText(row.control).toStdString();
-  }
-  const QStringList references = panel_->References();
-  for (int i = 0; i < kReferenceCount; ++i) {
-    texts.references[static_cast<size_t>(i)] = references.value(i).toStdString();
-  }
-  return texts;
 }
 
 void SearchDialog::Search() {
   const WaitCursor wait;
-  if (form_.Search(Texts()) == SearchForm::Outcome::kNothing) {
+  if (form_.Search(panel_->Texts()) == SearchForm::Outcome::kNothing) {
     panel_->Control(kControlSte1)->setFocus();
     return;
   }

@@ -8,6 +8,8 @@
 #include "desktop/dialogs/dbase_export_dialog.h"
 #include "desktop/dialogs/dbase_import_dialog.h"
 #include "desktop/dialogs/description_dialog.h"
+#include "desktop/dialogs/enrichment_dialog.h"
+#include "desktop/dialogs/enrichment_progress.h"
 #include "desktop/dialogs/file_chooser.h"
 #include "desktop/dialogs/fixed_layout_dialog.h"
 #include "desktop/dialogs/group_description_dialog.h"
@@ -17,6 +19,8 @@
 #include "desktop/dialogs/named_sets_dialog.h"
 #include "desktop/dialogs/number_dialog.h"
 #include "desktop/dialogs/preferences_dialog.h"
+#include "desktop/dialogs/print_dialog.h"
+#include "desktop/dialogs/printer_choice_dialog.h"
 #include "desktop/dialogs/rank_dialog.h"
 #include "desktop/dialogs/search_dialog.h"
 #include "desktop/dialogs/transfer_dialog.h"
@@ -130,6 +134,42 @@ std::optional<bool> WindowDialogs::AskReplace(bool imports) {
   TransferModeDialog dialog(imports, Owner());
   if (!Run(dialog)) return {};
   return dialog.replaces();
+}
+
+void WindowDialogs::RunPrint(PrintForm& form) {
+  PrintDialog dialog(
+      form, [this](const std::string& printer) { return printers_.PageLayout(printer); }, Owner());
+  (void)Run(dialog);
+}
+
+bool WindowDialogs::RunPrinterChoice(PrinterChoiceForm& form) {
+  PrinterChoiceDialog dialog(form, Owner());
+  return Run(dialog);
+}
+
+// A window of its own: the role has no other one.
+void WindowDialogs::RunEnrichment(EnrichmentForm& form) {
+  if (form.mode() == EnrichmentMode::kSilent) {
+    EnrichSilently(form);
+  } else {
+    EnrichWithReview(form);
+  }
+  caller_.ShowAgain();
+}
+
+void WindowDialogs::EnrichSilently(EnrichmentForm& form) {
+  EnrichmentProgress box(busy_, form.DirectoryText(), Owner());
+  caller_.Own(box);
+  box.show();
+  form.RunSilently([&box](const std::string& company) { return box.ShowCompany(company); });
+}
+
+void WindowDialogs::EnrichWithReview(EnrichmentForm& form) {
+  EnrichmentReview review(form);
+  if (!review.has_record()) return;
+  EnrichmentDialog dialog(review, Owner());
+  caller_.Own(dialog);
+  (void)Run(dialog);
 }
 
 bool WindowDialogs::RunViafaxOption(ViafaxOptionForm& form) {

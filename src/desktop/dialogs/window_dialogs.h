@@ -4,8 +4,10 @@
 #include <QPointer>
 
 #include "desktop/controls/busy_state.h"
+#include "desktop/controls/caller_window.h"
 #include "desktop/dialogs/help_window.h"
 #include "desktop/dialogs/patience_box.h"
+#include "desktop/print/printer_desk.h"
 #include "shell/dialog_host.h"
 
 namespace carnetel::desktop {
@@ -13,7 +15,8 @@ namespace carnetel::desktop {
 class WindowDialogs : public DialogHost {
  public:
   // Dialogs open over `window`, or over the dialog that is open already.
-  WindowDialogs(QWidget* window, BusyState& busy) : window_(window), busy_(busy) {}
+  WindowDialogs(QWidget* window, BusyState& busy)
+      : window_(window), busy_(busy), printers_(busy, [this] { return Owner(); }) {}
   ~WindowDialogs() override;
   WindowDialogs(const WindowDialogs&) = delete;
   WindowDialogs& operator=(const WindowDialogs&) = delete;
@@ -35,11 +38,18 @@ class WindowDialogs : public DialogHost {
   void RunDbaseImport(DbaseImportForm& form) override;
   void RunDbaseExport(DbaseExportForm& form) override;
   std::optional<bool> AskReplace(bool imports) override;
+  void RunPrint(PrintForm& form) override;
+  bool RunPrinterChoice(PrinterChoiceForm& form) override;
+  PrinterDesk& Printers() override { return printers_; }
+  void RunEnrichment(EnrichmentForm& form) override;
   bool RunViafaxOption(ViafaxOptionForm& form) override;
   void ShowAbout() override;
   void ShowPatience(bool shown) override;
   void ShowHelp(int topic) override;
 
+  // The window of the calling program, which owns dialogs that have no window of this program's
+  // below them.
+  void SetCaller(const CallerWindow& caller) { caller_ = caller; }
   void CloseHelp() { help_.Close(); }
   [[nodiscard]] HelpWindow* help_window() const { return help_.window(); }
 
@@ -48,11 +58,15 @@ class WindowDialogs : public DialogHost {
   // Shows a dialog over the active window, with its help; true when it was confirmed.
   template <class Dialog>
   bool Run(Dialog& dialog);
+  void EnrichSilently(EnrichmentForm& form);
+  void EnrichWithReview(EnrichmentForm& form);
 
   QWidget* window_;
   BusyState& busy_;
+  PrinterDesk printers_;
   HelpDesk help_;
   QPointer<PatienceBox> patience_;
+  CallerWindow caller_{0};
 };
 
 }  // namespace carnetel::desktop

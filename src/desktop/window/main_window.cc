@@ -77,7 +77,9 @@ void MainWindow::ConnectList() {
   connect(list_, &CardListView::letterTyped, this,
           [this](char letter) { logic_.JumpToLetter(letter); });
   connect(list_, &CardListView::focusEntered, this, [this](Qt::FocusReason reason) {
-    if (IsUserFocusChange(reason)) logic_.form().ListEntered();
+    if (!IsUserFocusChange(reason)) return;
+    logic_.form().ListEntered();
+    logic_.ListFocused();
   });
   connect(tabs_, &LetterTabs::tabSelected, this, [this](int tab) { Run(tab); });
   list_position_ = new ListPosition(*list_, logic_.list(), this);
@@ -86,10 +88,14 @@ void MainWindow::ConnectList() {
 }
 
 void MainWindow::ConnectForm() {
-  connect(panel_, &CardPanel::fieldEdited, this,
-          [this](int control, int row) { logic_.form().FieldChanged(control, row); });
-  connect(panel_, &CardPanel::fieldEntered, this,
-          [this](int control) { logic_.form().FieldEntered(control); });
+  connect(panel_, &CardPanel::fieldEdited, this, [this](int control, int row) {
+    logic_.form().FieldChanged(control, row);
+    if (IsNumberControl(control)) logic_.NumbersChanged();
+  });
+  connect(panel_, &CardPanel::fieldEntered, this, [this](int control) {
+    logic_.form().FieldEntered(control);
+    logic_.FieldFocused();
+  });
   connect(panel_, &CardPanel::confirmed, this, [this] { Run(kCommandConfirm); });
   connect(groups_, &QComboBox::activated, this, [this](int row) {
     const WaitCursor wait;

@@ -88,6 +88,7 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   void SetZone(FormZone zone) override;
   void SetButton(int button, bool enabled) override;
   void SetCancelFace(bool cancel) override;
+  void SetSiblingButton(int button, bool visible, bool enabled) override;
   void FocusControl(int control) override;
   void FocusList() override;
   void Beep() override;
@@ -108,6 +109,7 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   void RepaintRow(int row) override;
   void OpenConsultation() override;
   void UpdateConsultation() override;
+  [[nodiscard]] uint64_t WindowNumber() const override;
   void EndWindow() override;
 
   // RowSource

@@ -91,12 +91,13 @@ void MainWindow::PlaceZoneButtons() {
   for (const ButtonInfo& info : ZoneButtons()) {
     panel_->PlaceButton(info.id, MakeButton(info, ButtonSize::kFormColumn));
   }
-  // The sibling programs are shown where they are set up.
+  QList<BubbleButton*> siblings;
   for (const ButtonInfo& info : SiblingButtons()) {
-    BubbleButton* button = MakeButton(info, ButtonSize::kSibling);
-    panel_->PlaceButton(info.id, button);
-    button->hide();
+    siblings.append(MakeButton(info, ButtonSize::kSibling));
+    panel_->PlaceButton(info.id, siblings.last());
+    panel_->ShowButton(info.id, false);
   }
+  new ButtonRow(siblings, this);
 }
 
 // List, tabs, pickers, toolbar, form column, fields: the order of the keyboard.

@@ -7,6 +7,7 @@
 namespace carnetel::desktop {
 void MainWindow::SetFieldText(int control, const std::string& utf8) {
   panel_->SetFieldText(control, Utf8(utf8));
+  if (IsNumberControl(control)) logic_.NumbersChanged();
 }
 
 std::string MainWindow::FieldText(int control) const {
@@ -51,6 +52,11 @@ void MainWindow::SetCancelFace(bool cancel) {
   const QString caption = QString::fromUtf8(LoadText(cancel ? 246 : 247));
   button->setText(caption);
   button->setAccessibleName(caption);
+}
+
+void MainWindow::SetSiblingButton(int button, bool visible, bool enabled) {
+  buttons_[button]->SetActive(enabled);
+  panel_->ShowButton(button, visible);
 }
 
 // Labels stand for the control that they name.
@@ -157,6 +163,10 @@ void MainWindow::UpdateConsultation() {
     shown.SetFieldText(row.control, panel_->FieldText(row.control));
   }
   shown.SetReferences(panel_->References());
+}
+
+uint64_t MainWindow::WindowNumber() const {
+  return winId();
 }
 
 int MainWindow::RowCount() {

@@ -39,8 +39,8 @@ class EndingByASignal : public DialogWindowTest {
 };
 
 TEST_F(EndingByASignal, WhileADialogIsOpen) {
-  constexpr std::pair<int, int> kDialogs[] = {{200, 125}, {201, 128}, {217, 123},
-                                              {204, 103}, {230, 134}, {229, 131}};
+  constexpr std::pair<int, int> kDialogs[] = {{200, 125}, {201, 128}, {217, 123}, {204, 103},
+                                              {230, 134}, {229, 131}, {205, 130}};
   BuildCompanies(3);
   for (const auto& [command, number] : kDialogs) {
     SCOPED_TRACE(number);

@@ -83,8 +83,8 @@ void WindowTest::BuildCompanies(int count) {
 }
 
 void WindowTest::Start(const StartupRequest& request, int capacity) {
-  session = std::make_unique<Session>(SessionServices{disk, clock, progress, *boxes, profile},
-                                      request, home);
+  session = std::make_unique<Session>(
+      SessionServices{disk, clock, progress, *boxes, profile, program_starter}, request, home);
   session->Start();
   bool fell_back = false;
   ASSERT_EQ(session->OpenAtStart(&fell_back), opens);
