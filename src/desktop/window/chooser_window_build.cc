@@ -131,7 +131,10 @@ void ChooserWindow::ConnectList() {
   connect(list_, &CardListView::currentRowChanged, this,
           [this](int row) { logic_.list().SetCurrentRow(row); });
   connect(list_, &CardListView::rowClicked, this, &ChooserWindow::RowClicked);
-  connect(list_, &CardListView::rowDoubleClicked, this, [this] { Run(kCommandConfirm); });
+  // Posted: a box or the end of the window within the press would leave the button held down.
+  connect(
+      list_, &CardListView::rowDoubleClicked, this, [this] { Run(kCommandConfirm); },
+      Qt::QueuedConnection);
   connect(list_, &CardListView::markAndStep, this,
           [this](int step) { logic_.ToggleAndMove(step); });
   connect(list_, &CardListView::spanMoved, this,

@@ -14,8 +14,10 @@ namespace {
 class Chooser : public ChooserWindowTest {
  protected:
   // Of a title, in the list's own pixels.
-  int LeftOfTitle(int id) { return Control(id)->mapTo(&Shown(), QPoint()).x() - LeftOfList(); }
-  int LeftOfList() { return List()->viewport()->mapTo(&Shown(), QPoint()).x(); }
+  int LeftOfTitle(int id) {
+    return Control(id)->mapTo(&TestedWindow(), QPoint()).x() - LeftOfList();
+  }
+  int LeftOfList() { return List()->viewport()->mapTo(&TestedWindow(), QPoint()).x(); }
   void SavePicture(const QString& name) {
     EXPECT_TRUE(chooser->grab().save(QStringLiteral("window_%1.png").arg(name)));
   }
@@ -66,7 +68,7 @@ TEST_F(Chooser, MenusAreThoseOfTheTable) {
   for (const int type : {kMany, kViafax}) {
     StartChooser(type);
     QStringList titles;
-    for (const QAction* title : Shown().menuBar()->actions()) titles += title->text();
+    for (const QAction* title : TestedWindow().menuBar()->actions()) titles += title->text();
     EXPECT_EQ(titles, (QStringList{"&Fichier", "&Edition", "E&xtraction", "&Options", "&Aide"}));
     EXPECT_EQ(chooser->MenuAction(235) != nullptr, type == kViafax);
     Numbers checked;
@@ -165,9 +167,9 @@ TEST_F(Chooser, TheStatusLineTellsOfFocusAndItems) {
   EXPECT_EQ(Text(194), QString::fromUtf8(LoadText(173)));
   Q_EMIT chooser->MenuAction(221)->hovered();
   EXPECT_EQ(Text(194), QString::fromUtf8(LoadText(174)));
-  Q_EMIT Shown().menuBar()->actions().at(2)->menu()->aboutToShow();
+  Q_EMIT TestedWindow().menuBar()->actions().at(2)->menu()->aboutToShow();
   EXPECT_EQ(Text(194), QString::fromUtf8(LoadText(172)));
-  Q_EMIT Shown().menuBar()->actions().at(2)->menu()->aboutToHide();
+  Q_EMIT TestedWindow().menuBar()->actions().at(2)->menu()->aboutToHide();
   EXPECT_EQ(Text(194), QString::fromUtf8(LoadText(173)));
   StartChooser(kSingle);
   EXPECT_EQ(Text(194), "Alt=menu, Tab=boutons");

@@ -58,7 +58,7 @@ class ChooserWindowTest : public DialogWindowTest {
     ASSERT_TRUE(QTest::qWaitForWindowActive(chooser.get()));
     Settle();
   }
-  QMainWindow& Shown() override { return *chooser; }
+  QMainWindow& TestedWindow() override { return *chooser; }
 
   // Presses twice on a row, as fast as it counts as one double click.
   void DoubleClickRow(int row) {

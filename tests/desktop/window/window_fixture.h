@@ -54,7 +54,7 @@ class WindowTest : public ::testing::Test {
   void ExitSession();
 
   // The window that the keys and buttons of a test go to.
-  [[nodiscard]] virtual QMainWindow& Shown() { return *window; }
+  [[nodiscard]] virtual QMainWindow& TestedWindow() { return *window; }
 
   // The widget of that number, which must be there; a test goes on only with one.
   [[nodiscard]] QWidget* Control(int id);
