@@ -150,7 +150,7 @@ TEST_F(EnrichmentWindows, EditingHasEveryFieldWithReferencesAndNotes) {
   EXPECT_EQ(FocusId(), 150);
   EXPECT_EQ(TabNames(), (QStringList{"150", "151",  "152", "153", "155",  "156", "157",
                                      "170", "171",  "172", "158", "159",  "160", "161",
-                                     "162", "edit", "174", "1",   "skip", "2",   "500"}));
+                                     "162", "164", "174", "1",   "skip", "2",   "500"}));
   ExpectNames(*dialog_);
 }
 
