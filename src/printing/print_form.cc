@@ -77,7 +77,8 @@ bool PrintForm::PrintOnPrinter() {
 }
 
 std::string PrintDocumentName(const std::string& application, const Directory& directory) {
-  return FormatPrintf(kDocumentFormat, {application, directory.paths().stem(), kMainExtension});
+  return FormatPrintf(kDocumentFormat,
+                      {application, PathSplit(directory.paths().stem()).name, kMainExtension});
 }
 
 std::string PrintPath(const std::string& main_file, const std::string& path) {

@@ -71,7 +71,7 @@ class PrintForm {
   StoredPrinter stored_printer_;
 };
 
-// The name of a run's document in the queue of a printer: "CARNETEL - /d/CLIENTS.DAN".
+// The name of a run's document in the queue of a printer: "CARNETEL - CLIENTS.DAN".
 [[nodiscard]] std::string PrintDocumentName(const std::string& application,
                                             const Directory& directory);
 

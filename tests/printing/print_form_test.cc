@@ -176,7 +176,7 @@ TEST_F(PrintFormTest, ARunOnAPrinterHasItsDocument) {
   EXPECT_TRUE(form->Print());
   ASSERT_EQ(printers.jobs.size(), 1U);
   const PrintJob& job = printers.jobs.front();
-  EXPECT_EQ(job.document, "CARNETEL - /dir/CLIENTS.DAN");
+  EXPECT_EQ(job.document, "CARNETEL - CLIENTS.DAN");
   EXPECT_EQ(job.printer, "");
   EXPECT_EQ(job.columns, 15U);
   EXPECT_EQ(job.lines, 30);

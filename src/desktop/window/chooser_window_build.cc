@@ -49,7 +49,7 @@ ChooserWindow::ChooserWindow(Session& session, BusyState& busy, ChooserKind kind
   const CountLine counts = MakeCountLine();
   position_ = counts.position;
   marked_ = counts.marked;
-  layout->addWidget(counts.box);
+  layout->addWidget(counts.box, 0, Qt::AlignLeft);
   status_ = MakeStatusLine();
   layout->addWidget(status_);
   setCentralWidget(central);

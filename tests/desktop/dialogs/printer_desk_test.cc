@@ -93,8 +93,9 @@ TEST_F(PrinterDeskTest, TheListComesOutAsInTheTextFile) {
   OpenOnDesk();
   Print();
   EXPECT_EQ(owners, QList<QWidget*>{dialog.get()});
+  // Offered as the name of a file, so without a folder.
   ASSERT_EQ(documents.size(), 1);
-  EXPECT_TRUE(documents[0].startsWith("Carnetel - ") && documents[0].endsWith("CARNETEL.DAN"));
+  EXPECT_TRUE(documents[0].endsWith(" - CARNETEL.DAN") && !documents[0].contains(u'/'));
   EXPECT_EQ(messages.TakeShown(), ShownBoxes());
   EXPECT_TRUE(QFile::exists(pdf));
   EXPECT_FALSE(busy.IsBusy());
@@ -151,6 +152,8 @@ TEST_F(PrinterDeskTest, TheBoxIsUpDuringTheRunAndTheFormIsOff) {
   AtPage second(2, [this](AbortBox& box) {
     EXPECT_EQ(box.objectName(), "BOITEABORT");
     EXPECT_EQ(box.windowTitle(), "Impression en cours ...");
+    EXPECT_TRUE(box.findChild<PathLabel*>()->text().startsWith("Carnetel - "));
+    EXPECT_TRUE(box.findChild<PathLabel*>()->text().endsWith("CARNETEL.DAN"));
     EXPECT_EQ(box.findChild<QPushButton*>()->text(), "Abandonner");
     EXPECT_TRUE(box.findChild<QPushButton*>()->isEnabled());
     EXPECT_EQ(QApplication::activeModalWidget(), &box);

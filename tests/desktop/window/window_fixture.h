@@ -53,6 +53,9 @@ class WindowTest : public ::testing::Test {
   // Ends the run after the window has ended.
   void ExitSession();
 
+  // The window that the keys and buttons of a test go to.
+  [[nodiscard]] virtual QMainWindow& Shown() { return *window; }
+
   // The widget of that number, which must be there; a test goes on only with one.
   [[nodiscard]] QWidget* Control(int id);
   [[nodiscard]] BubbleButton* Button(int id);
