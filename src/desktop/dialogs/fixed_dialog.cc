@@ -1,6 +1,7 @@
 #include "desktop/dialogs/fixed_dialog.h"
 
 #include <QKeyEvent>
+#include <QScreen>
 
 #include "base/dialog_template.h"
 #include "shell/command_table.h"
@@ -17,6 +18,11 @@ void FixedDialog::SetMainWindowFrame() {
   setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                  Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
                  Qt::WindowCloseButtonHint);
+}
+
+void FixedDialog::CentreOnScreen() {
+  adjustSize();
+  move(screen()->availableGeometry().center() - rect().center());
 }
 
 QPushButton* FixedDialog::MakeButton(int id, const QString& caption) {

@@ -15,6 +15,9 @@ class FixedDialog : public QDialog {
   // `number` becomes the object name; `help_topic` is 0 for a dialog without a page.
   FixedDialog(int number, int help_topic, QWidget* parent);
 
+  // To the middle of the screen, for one that opens over no other window.
+  void CentreOnScreen();
+
  Q_SIGNALS:
   void helpWanted(int topic);
 

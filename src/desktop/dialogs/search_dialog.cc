@@ -5,7 +5,6 @@
 
 #include "base/key_alphabet.h"
 #include "desktop/controls/wait_cursor.h"
-#include "desktop/form/shown_card.h"
 #include "shell/command_table.h"
 
 namespace carnetel::desktop {
@@ -108,7 +107,7 @@ QList<TextRun> SearchDialog::Matches(const QString& text, int field) const {
 }
 
 void SearchDialog::ShowCard() {
-  desktop::ShowCard(*panel_, form_.card());
+  panel_->SetTexts(TextsOfCard(form_.card()));
   for (const FormField& row : kFormFields) {
     const QString shown = WithLineFeeds(panel_->FieldText(row.control));
     panel_->SetMatches(row.control, Matches(shown, row.field));

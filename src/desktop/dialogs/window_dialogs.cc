@@ -160,6 +160,7 @@ void WindowDialogs::RunEnrichment(EnrichmentForm& form) {
 void WindowDialogs::EnrichSilently(EnrichmentForm& form) {
   EnrichmentProgress box(busy_, form.DirectoryText(), Owner());
   caller_.Own(box);
+  box.CentreOnScreen();
   box.show();
   form.RunSilently([&box](const std::string& company) { return box.ShowCompany(company); });
 }
@@ -169,6 +170,7 @@ void WindowDialogs::EnrichWithReview(EnrichmentForm& form) {
   if (!review.has_record()) return;
   EnrichmentDialog dialog(review, Owner());
   caller_.Own(dialog);
+  dialog.CentreOnScreen();
   (void)Run(dialog);
 }
 

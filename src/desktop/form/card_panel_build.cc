@@ -17,6 +17,7 @@ namespace {
 constexpr int kReferenceTyped = 32;
 constexpr int kNotesLines = 3;
 constexpr int kNotesMargin = 4;
+constexpr int kGapBehindButton = 14;
 
 QString Text(int id) {
   return QString::fromUtf8(LoadText(id));
@@ -243,7 +244,11 @@ QWidget* CardPanel::BuildPerson() {
     auto* edit = AddEdit(control, text, 18);
     grid->addWidget(AddLabel(control + 2000, text, edit), row, column);
     grid->addWidget(edit, row, column + 1);
-    if (kind_ == Kind::kMain) grid->addWidget(AddButtonPlace(button), row, column + 2);
+    if (kind_ != Kind::kMain) return;
+    QWidget* place = AddButtonPlace(button);
+    // A button is seen to belong to the number before it, not to the label behind it.
+    if (column == 0) place->layout()->setContentsMargins(0, 0, kGapBehindButton, 0);
+    grid->addWidget(place, row, column + 2);
   };
   add(0, 0, QStringLiteral("Tél. 1"), 158, kButtonVoice);
   add(0, 3, QStringLiteral("Tél. 2"), 159, kButtonIsdn);

@@ -1,7 +1,5 @@
 #include "desktop/window/chooser_consultation.h"
 
-#include "desktop/form/shown_card.h"
-
 namespace carnetel::desktop {
 namespace {
 
@@ -18,7 +16,7 @@ ChooserConsultation::ChooserConsultation(QWidget* parent) : Consultation(kTempla
 }
 
 void ChooserConsultation::Show(const CardRecord& card) {
-  ShowCard(panel(), card);
+  panel().SetTexts(TextsOfCard(card));
 }
 
 }  // namespace carnetel::desktop

@@ -148,9 +148,9 @@ TEST_F(EnrichmentWindows, EditingHasEveryFieldWithReferencesAndNotes) {
   EXPECT_EQ(dialog_->windowTitle(), "Enrichissement de l'carnetel");
   EXPECT_EQ(Text(150), "GAMMA É");
   EXPECT_EQ(FocusId(), 150);
-  EXPECT_EQ(TabNames(), (QStringList{"150", "151",  "152", "153", "155",  "156", "157",
-                                     "170", "171",  "172", "158", "159",  "160", "161",
-                                     "162", "edit", "174", "1",   "skip", "2",   "500"}));
+  EXPECT_EQ(TabNames(), (QStringList{"150", "151", "152", "153", "155",  "156", "157",
+                                     "170", "171", "172", "158", "159",  "160", "161",
+                                     "162", "164", "174", "1",   "skip", "2",   "500"}));
   ExpectNames(*dialog_);
 }
 

@@ -39,7 +39,7 @@ class SiblingButtonsOfTheWindow : public WindowTest {
     request.caller_window = caller;
     Start(request);
   }
-  Numbers Shown() {
+  Numbers ShownButtons() {
     Numbers shown;
     for (const int id : kSiblingIds) {
       if (Button(id)->isVisible()) shown.push_back(id);
@@ -71,7 +71,7 @@ class SiblingButtonsOfTheWindow : public WindowTest {
 TEST_F(SiblingButtonsOfTheWindow, AreThereFromTheStart) {
   SetAllPrograms();
   StartCalled();
-  EXPECT_EQ(Shown(), (Numbers{1014, 1015, 1016, 1017, 1019}));
+  EXPECT_EQ(ShownButtons(), (Numbers{1014, 1015, 1016, 1017, 1019}));
   EXPECT_EQ(On(), (Numbers{1014, 1015}));
   ClickRow(1);
   EXPECT_EQ(On(), (Numbers{1016, 1017}));
@@ -80,10 +80,10 @@ TEST_F(SiblingButtonsOfTheWindow, AreThereFromTheStart) {
 TEST_F(SiblingButtonsOfTheWindow, AreNotThereWithoutACaller) {
   SetAllPrograms();
   StartCalled(0);
-  EXPECT_EQ(Shown(), Numbers());
+  EXPECT_EQ(ShownButtons(), Numbers());
   Control(150)->setFocus(Qt::MouseFocusReason);
   ClickRow(1);
-  EXPECT_EQ(Shown(), Numbers());
+  EXPECT_EQ(ShownButtons(), Numbers());
 }
 
 TEST_F(SiblingButtonsOfTheWindow, StandBesideTheirNumbersAtTheSameHeight) {
@@ -108,11 +108,11 @@ TEST_F(SiblingButtonsOfTheWindow, NoFieldMovesWhenTheyGo) {
   const std::vector<QRect> places = Places();
   Control(150)->setFocus(Qt::MouseFocusReason);
   Settle();
-  EXPECT_EQ(Shown(), Numbers());
+  EXPECT_EQ(ShownButtons(), Numbers());
   EXPECT_EQ(Places(), places);
   EXPECT_EQ(window->size(), size);
   ClickRow(0);
-  EXPECT_EQ(Shown().size(), 5u);
+  EXPECT_EQ(ShownButtons().size(), 5u);
   EXPECT_EQ(Places(), places);
 }
 
@@ -133,7 +133,7 @@ TEST_F(SiblingButtonsOfTheWindow, ComeBackWithTheCardWhenAnEditIsGivenUp) {
   TypeInto(161, "99");
   Answer(MessageButton::kYes);
   ClickRow(0);
-  EXPECT_EQ(Shown().size(), 5u);
+  EXPECT_EQ(ShownButtons().size(), 5u);
   EXPECT_EQ(On(), (Numbers{1014, 1015}));
 }
 
@@ -156,7 +156,7 @@ TEST_F(SiblingButtonsOfTheWindow, OfMinitelAloneStaysAndFollowsWhatIsTyped) {
   Control(162)->setFocus(Qt::MouseFocusReason);
   Key(Qt::Key_A, Qt::ControlModifier);
   Key(Qt::Key_Delete);
-  EXPECT_EQ(Shown(), (Numbers{1017}));
+  EXPECT_EQ(ShownButtons(), (Numbers{1017}));
   EXPECT_EQ(On(), Numbers());
 }
 
