@@ -30,7 +30,7 @@ def call_of(words, launch_type):
 def run(words, call):
     """Runs Carnetel and shows its notice; ends this program when there is none."""
     if words.montrer:
-        print(words.programme, *call.options())
+        print(words.programme, *call.options(), flush=True)
     notice = link.start_and_wait(call, words.programme, CARRIERS[words.avis])
     if notice is None:
         print("Carnetel n'a rien répondu : il est déjà ouvert, ou son annuaire ne s'ouvre pas.",
@@ -215,8 +215,8 @@ def main():
     words = make_parser().parse_args()
     try:
         return words.action(words)
-    except FileNotFoundError as error:
-        print(f"Introuvable : {error.filename}", file=sys.stderr)
+    except OSError as error:
+        print(f"Inaccessible : {error.filename}", file=sys.stderr)
         return NOT_SERVED
 
 
