@@ -22,8 +22,6 @@ namespace carnetel {
 // Answers questions in the order given; a question without an answer fails the test.
 class QueuedMessages : public MessageForm {
  public:
-  // Of a sibling's button: whether it shows, and whether it is enabled.
-  std::map<int, std::pair<bool, bool>> siblings;
   struct Entry {
     MessageStyle style;
     int title_id;
@@ -91,10 +89,12 @@ class FakeWindowView : public MainWindowView {
   int refills = 0;
   std::deque<int> posted;
   std::array<std::string, kReferenceCount> references;
+  // Of a sibling's button: whether it shows, and whether it is enabled.
+  std::map<int, std::pair<bool, bool>> siblings;
 
   // ---- MainWindowView ----
 
-  void SetFieldText(int control, const std::string& utf8) override { texts_[control] = utf8; }
+  void SetFieldText(int control, const std::string& utf8) override;
   [[nodiscard]] std::string FieldText(int control) const override;
   void SetReferences(const std::array<std::string, kReferenceCount>& utf8) override {
     references = utf8;

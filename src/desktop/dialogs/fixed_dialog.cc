@@ -13,6 +13,12 @@ FixedDialog::FixedDialog(int number, int help_topic, QWidget* parent)
   setWindowTitle(QString::fromUtf8(DialogTitle(number)));
 }
 
+void FixedDialog::SetMainWindowFrame() {
+  setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                 Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
+                 Qt::WindowCloseButtonHint);
+}
+
 QPushButton* FixedDialog::MakeButton(int id, const QString& caption) {
   auto* button = new QPushButton(caption, this);
   button->setObjectName(QString::number(id));

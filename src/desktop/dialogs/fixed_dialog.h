@@ -19,6 +19,8 @@ class FixedDialog : public QDialog {
   void helpWanted(int topic);
 
  protected:
+  // For a dialog that is a role's only window: it can be put aside like any main window.
+  void SetMainWindowFrame();
   // Button 1 is the one that Enter presses.
   QPushButton* MakeButton(int id, const QString& caption);
   QPushButton* MakeHelpButton();
