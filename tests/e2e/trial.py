@@ -70,7 +70,10 @@ class Trial:
         return content
 
     def start(self, launch_type, number=1, prefix="?"):
-        """The program, and this test as its caller, which has some window."""
+        """The program, and this test as its caller, which has some window. Without a profile, so
+        that the directory noted at the end is this run's."""
+        if os.path.exists(self.profile):
+            os.remove(self.profile)
         options = ["-APP", prefix, "-FILE", self.exchange, "-TYPE", str(launch_type),
                    "-HWND", "1", "-NUM", str(number), "-APPLI", "CALLER", "-NUMP", "0"]
         return Run(self, [self.program, *options])
