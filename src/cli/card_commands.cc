@@ -15,6 +15,7 @@
 namespace carnetel {
 namespace {
 
+constexpr int kHeldByOther = 177;
 constexpr int kNotPossible = 48;
 constexpr int kNoKey = 30;
 constexpr int kOneToBeDeleted = 31;
@@ -45,6 +46,7 @@ int RunShow(CliSession& session, const Arguments& arguments) {
 }
 
 int FailToWrite(CliSession& session, const Directory& directory) {
+  if (directory.lock_refused()) return session.Fail(std::string(LoadText(kHeldByOther)));
   const bool full = directory.main().count() >= kMaxCards;
   return session.Fail(std::string(LoadText(kNotPossible)) +
                       (full ? " : le carnetel est plein (" + std::to_string(kMaxCards) + " fiches)"
@@ -82,7 +84,9 @@ int AddCard(CliSession& session, Directory& directory, const std::vector<FieldVa
 
 // Reads a card a line; those before a line that is refused stay.
 int AddFromInput(CliSession& session, Directory& directory, bool marked) {
-  const Directory::Batch batch(directory);
+  // With seats each card is added by itself: nothing stays locked while a line is waited for.
+  std::optional<Directory::Batch> batch;
+  if (!directory.is_shared()) batch.emplace(directory);
   std::istream& in = session.environment().in;
   std::string line;
   for (int number = 1; !session.interrupted() && std::getline(in, line); ++number) {
@@ -126,8 +130,12 @@ int RunEdit(CliSession& session, const Arguments& arguments) {
   if (!values) return status;
   Directory* directory = session.Open();
   if (directory == nullptr) return kRefused;
+  // From here on a row is the same card until the end.
+  const ChangeScope change(*directory);
+  if (!change) return FailToWrite(session, *directory);
   const auto offsets = ResolveRows(session, *directory, {words.front()}, &status);
   if (!offsets) return status;
+  if (!directory->TestCardLock(offsets->front())) return FailToWrite(session, *directory);
   CardRecord card;
   if (!directory->main().ReadCard(offsets->front(), card)) return FailToWrite(session, *directory);
   SetFields(*values, &card);
@@ -148,12 +156,28 @@ bool ConfirmDelete(CliSession& session, Directory& directory,
   return session.Confirm(kOneToBeDeleted, DeletionLabel(card, directory.key_field()));
 }
 
+// The cards as they are when the question is asked.
+std::vector<CardRecord> ReadCards(Directory& directory, const std::vector<uint32_t>& offsets) {
+  std::vector<CardRecord> cards(offsets.size());
+  for (size_t i = 0; i < offsets.size(); ++i) (void)directory.main().ReadCard(offsets[i], cards[i]);
+  return cards;
+}
+
+// What the user has agreed to: with seats another card may lie there by now.
+CardRemoval RemoveCards(Directory& directory, const std::vector<uint32_t>& offsets,
+                        const std::vector<CardRecord>& shown) {
+  const ChangeScope change(directory);
+  const bool is_same = !directory.is_shared() || ReadCards(directory, offsets) == shown;
+  if (!change || !is_same) return {.held = static_cast<uint32_t>(offsets.size())};
+  return DeleteCards(directory, offsets);
+}
+
 int TellRemoval(CliSession& session, const CardRemoval& removal) {
   const std::string told =
       CardCount(removal.deleted) + (removal.deleted > 1 ? " supprimées" : " supprimée");
   if (removal.failed) return session.Fail("suppression impossible : " + told);
   session.messages().Inform(told);
-  return kDone;
+  return removal.held == 0 ? kDone : session.Fail(std::string(LoadText(kHeldByOther)));
 }
 
 // Without offsets, the marked ones.
@@ -182,12 +206,13 @@ int RunDelete(CliSession& session, const Arguments& arguments) {
   if (marked && directory->marked_count() == 0) {
     return session.Fail(std::string(LoadText(kNoSelection)));
   }
+  const std::vector<CardRecord> shown = ReadCards(*directory, *offsets);
   if (!ConfirmDelete(session, *directory, *offsets)) {
     return session.Fail("rien n'est supprimé");
   }
   if (scope.is_group()) return LeaveGroup(session, *directory, scope, *offsets);
-  return TellRemoval(session,
-                     marked ? DeleteMarkedCards(*directory) : DeleteCards(*directory, *offsets));
+  return TellRemoval(
+      session, marked ? DeleteMarkedCards(*directory) : RemoveCards(*directory, *offsets, shown));
 }
 
 Command ShowCommand() {

@@ -5,6 +5,7 @@
 #include "base/path.h"
 #include "selection/group_file.h"
 #include "selection/marks.h"
+#include "storage/address_reorder.h"
 #include "storage/upgrade.h"
 
 namespace carnetel {
@@ -12,6 +13,9 @@ namespace {
 
 constexpr int kNoAccess = 43;
 constexpr int kNotValid = 49;
+constexpr int kHeldByOther = 177;
+constexpr int kPrivate = 189;
+constexpr int kNoSharing = 204;
 constexpr int kFileThere = 33;
 constexpr int kProfileSection = 231;
 constexpr int kIdindex = 261;
@@ -85,7 +89,7 @@ const FamilyPaths* CliSession::Family() {
     Fail("« " + path + " » ne nomme pas un carnetel");
     return nullptr;
   }
-  return &family_.emplace(files(), path);
+  return &family_.emplace(files(), path, options_.shared_dir);
 }
 
 bool CliSession::TakeDirectory() {
@@ -100,16 +104,34 @@ bool CliSession::TakeDirectory() {
 DirectoryOptions CliSession::OpenOptions(bool may_create) {
   DirectoryOptions options;
   options.path = Family()->Main();
+  options.shared_dir = options_.shared_dir;
   options.key_field = settings().key_field;
   options.may_create = may_create;
   return options;
 }
 
+bool CliSession::MayUseSeat() {
+  if (options_.seat == 0) return true;
+  MakeFolders(files(), options_.shared_dir);
+  if (SharingWorks(files(), options_.shared_dir)) return true;
+  Fail(std::string(LoadText(kNoSharing)));
+  return false;
+}
+
+bool CliSession::MayOpenAs(uint16_t owner) {
+  if (owner == 0 || options_.seat == 0 || owner == options_.seat) return true;
+  Fail(FormatText(kPrivate, "", owner));
+  return false;
+}
+
 Directory* CliSession::Refuse() {
+  const bool held = directory_ != nullptr && directory_->lock_refused();
   directory_.reset();
   const std::string path = Family()->Main();
   if (!files().Exists(path)) {
     Fail(FormatText(kNoAccess, path) + " : il n'existe pas (« create » crée un carnetel)");
+  } else if (held) {
+    Fail(std::string(LoadText(kHeldByOther)));
   } else {
     Fail(path + " : " + std::string(LoadText(kNotValid)));
   }
@@ -117,22 +139,29 @@ Directory* CliSession::Refuse() {
 }
 
 Directory* CliSession::Open() {
-  if (directory_ != nullptr) return directory_.get();
+  if (directory_ != nullptr) {
+    (void)RefreshIfChanged(*directory_, RefreshView::kWholeFile);
+    return directory_.get();
+  }
   const FamilyPaths* family = Family();
   if (family == nullptr) return nullptr;
   if (!files().Exists(family->Main())) return Refuse();
-  if (!TakeDirectory()) return nullptr;
+  if (!TakeDirectory() || !MayUseSeat()) return nullptr;
   directory_ = std::make_unique<Directory>(
       DirectoryServices{files(), environment_.clock, progress_}, OpenOptions(false));
   const OpenResult result = OpenUpgrading(*directory_);
   if (result != OpenResult::kOpened) return Refuse();
+  if (!MayOpenAs(directory_->main().header().owner())) {
+    directory_.reset();
+    return nullptr;
+  }
   // A run that ended badly may have left a stale counter; the marks themselves are right.
   directory_->set_marked_count(CountMarks(*directory_));
   GroupFile(*directory_).Check();
   return directory_.get();
 }
 
-Directory* CliSession::Create(const OemText& description) {
+Directory* CliSession::Create(const OemText& description, uint16_t owner) {
   const FamilyPaths* family = Family();
   if (family == nullptr || !TakeDirectory()) return nullptr;
   const std::string path = family->Main();
@@ -141,6 +170,7 @@ Directory* CliSession::Create(const OemText& description) {
     return nullptr;
   }
   MakeFolders(files(), PathSplit(path).folder);
+  if (!MayUseSeat()) return nullptr;
   directory_ = std::make_unique<Directory>(
       DirectoryServices{files(), environment_.clock, progress_}, OpenOptions(true));
   if (directory_->OpenDirectory() != OpenResult::kCreated) {
@@ -148,8 +178,12 @@ Directory* CliSession::Create(const OemText& description) {
     Fail(FormatText(kNoAccess, path));
     return nullptr;
   }
-  directory_->main().header().set_description(description);
-  directory_->main().WriteHeader();
+  {
+    const ChangeScope change(*directory_);
+    directory_->main().header().set_description(description);
+    if (owner != 0) directory_->main().header().set_owner(owner);
+    directory_->main().WriteHeader();
+  }
   GroupFile(*directory_).Check();
   return directory_.get();
 }

@@ -47,8 +47,9 @@ class CliSession {
 
   // The open directory, opened when it is not; null when that is refused (told).
   Directory* Open();
-  // Makes a directory that is not there yet, with this description, and its folder when needed.
-  Directory* Create(const OemText& description);
+  // Makes a directory that is not there yet, with this description and owner seat (0 for a public
+  // one), and its folder when needed.
+  Directory* Create(const OemText& description, uint16_t owner);
   // Closes the stores, written; the directory stays this run's. False when a write failed (told).
   bool CloseStores();
   // The same and lets other programs in.
@@ -78,6 +79,9 @@ class CliSession {
 
   [[nodiscard]] std::string ProfileFile() const;
   [[nodiscard]] DirectoryOptions OpenOptions(bool may_create);
+  // False, and told, when files cannot be locked for seats, or the directory is another seat's.
+  [[nodiscard]] bool MayUseSeat();
+  [[nodiscard]] bool MayOpenAs(uint16_t owner);
   Directory* Refuse();
 
   const CliEnvironment& environment_;

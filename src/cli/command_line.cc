@@ -4,6 +4,7 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 #include <algorithm>
+#include <charconv>
 
 namespace carnetel {
 namespace {
@@ -128,6 +129,24 @@ void CheckWords(const CLI::App& app, CommandLine* line) {
   }
 }
 
+// A seat is nothing without the folder of its files, and the other way round.
+void TakeSeat(const Arguments& options, CommandLine* line) {
+  const std::optional<std::string> seat = options.Value("--seat");
+  const std::optional<std::string> folder = options.Value("--shared-dir");
+  if (!seat && !folder) return;
+  if (!seat || !folder || folder->empty()) {
+    line->error = "--seat et --shared-dir vont ensemble";
+    return;
+  }
+  const char* const end = seat->data() + seat->size();
+  const auto [stop, error] = std::from_chars(seat->data(), end, line->global.seat);
+  constexpr int32_t kMostSeats = 0xFFFF;
+  const bool valid = error == std::errc() && stop == end && line->global.seat >= 1 &&
+                     line->global.seat <= kMostSeats;
+  if (!valid) line->error = "--seat demande un numéro de poste, 1 ou plus";
+  line->global.shared_dir = folder->ends_with('/') ? *folder : *folder + '/';
+}
+
 void TakeGlobal(const Arguments& options, CommandLine* line) {
   line->global.directory = options.Value("--directory");
   line->global.profile = options.Value("--profile");
@@ -162,6 +181,8 @@ CommandLine Parse(const std::vector<std::string>& words, const std::vector<Optio
   Arguments taken;
   TakeOptions(global, &taken);
   TakeGlobal(taken, &line);
+  TakeSeat(taken, &line);
+  if (!line.error.empty()) return line;
   for (const RegisteredCommand& command : registered) {
     if (command.app->parsed()) TakeCommand(command, &line);
   }
@@ -176,6 +197,9 @@ const std::vector<OptionSyntax>& GlobalSyntax() {
       {"-d,--directory", "CHEMIN",
        "le carnetel : chemin de son fichier .DAN, avec ou sans l'extension ; par défaut le dernier "
        "ouvert (File1 du profil), sinon CARNETEL dans le dossier du programme"},
+      {"--seat", "N",
+       "poste de travail N (1 ou plus) d'un carnetel que plusieurs postes partagent"},
+      {"--shared-dir", "DOSSIER", "avec --seat : le dossier des fichiers propres à ce poste"},
       {"--profile", "FICHIER", "profil de l'utilisateur (fichier INI) à la place du sien"},
       {"--parameters", "FICHIER",
        "fichier des paramètres de transfert (.TRS) à la place de celui de l'installation"},

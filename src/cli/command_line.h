@@ -14,6 +14,8 @@ struct GlobalOptions {
   std::optional<std::string> directory;
   std::optional<std::string> profile;
   std::optional<std::string> parameters;
+  int32_t seat = 0;        // 1 or more: several seats share the directory
+  std::string shared_dir;  // folder of this seat's own files, with its '/'
   bool json = false;
   bool yes = false;
   bool quiet = false;

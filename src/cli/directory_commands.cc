@@ -31,12 +31,14 @@ std::optional<OemText> Description(CliSession& session, const std::string& text)
 }
 
 int RunCreate(CliSession& session, const Arguments& arguments) {
-  if (arguments.Has("--private")) return session.Fail(kNeedsSeat);
+  const int32_t seat = session.options().seat;
+  if (arguments.Has("--private") && seat == 0) return session.Fail(kNeedsSeat);
   const std::optional<OemText> description =
       Description(session, arguments.Value("--description").value_or(""));
   if (!description) return kRefused;
   if (!session.CloseStores()) return kRefused;
-  const Directory* directory = session.Create(*description);
+  const uint16_t owner = arguments.Has("--private") ? static_cast<uint16_t>(seat) : uint16_t{0};
+  const Directory* directory = session.Create(*description, owner);
   if (directory == nullptr) return kRefused;
   session.messages().Inform("Carnetel créé : " + directory->paths().Main());
   return kDone;
@@ -126,14 +128,17 @@ int RunDescribe(CliSession& session, const Arguments& arguments) {
   if (arguments.Has("--private") && arguments.Has("--public")) {
     return session.WrongUsage("--private et --public s'excluent");
   }
-  if (arguments.Has("--private")) return session.Fail(kNeedsSeat);
+  const int32_t seat = session.options().seat;
+  if (arguments.Has("--private") && seat == 0) return session.Fail(kNeedsSeat);
   const std::optional<OemText> description = Description(session, arguments.positionals.front());
   if (!description) return kRefused;
   Directory* directory = session.Open();
   if (directory == nullptr) return kRefused;
   std::optional<uint16_t> owner;
   if (arguments.Has("--public")) owner = uint16_t{0};
-  if (directory->main().Describe(*description, owner)) return kDone;
+  if (arguments.Has("--private")) owner = static_cast<uint16_t>(seat);
+  const ChangeScope change(*directory);
+  if (change && directory->main().Describe(*description, owner)) return kDone;
   return session.Fail(FormatText(kNoAccess, directory->paths().Main()));
 }
 

@@ -49,6 +49,10 @@ class FaultFileSystem : public FileSystem {
   [[nodiscard]] std::string Canonical(const std::string& path) override {
     return base_.Canonical(path);
   }
+  [[nodiscard]] std::unique_ptr<RangeLock> LockRange(const std::string& path, uint64_t offset,
+                                                     uint64_t size) override {
+    return base_.LockRange(path, offset, size);
+  }
 
  private:
   class FaultFile;

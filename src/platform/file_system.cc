@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <optional>
 #include <span>
+#include <thread>
 #include <utility>
 
 namespace carnetel {
@@ -72,6 +73,25 @@ bool MatchesPattern(std::string_view name, std::string_view pattern) {
     }
   }
   return pattern.find_first_not_of('*', p) == std::string_view::npos;
+}
+
+// A system without locks: whoever needs one is refused.
+std::unique_ptr<RangeLock> FileSystem::LockRange(const std::string& /*path*/, uint64_t /*offset*/,
+                                                 uint64_t /*size*/) {
+  return nullptr;
+}
+
+std::unique_ptr<RangeLock> WaitForRange(FileSystem& files, const std::string& path, uint64_t offset,
+                                        uint64_t size, std::chrono::milliseconds wait) {
+  constexpr std::chrono::milliseconds kRetryEvery{5};
+  const auto deadline = std::chrono::steady_clock::now() + wait;
+  while (true) {
+    std::unique_ptr<RangeLock> lock = files.LockRange(path, offset, size);
+    if (lock != nullptr) return lock;
+    const auto left = deadline - std::chrono::steady_clock::now();
+    if (left <= left.zero()) return nullptr;
+    std::this_thread::sleep_for(std::min<std::chrono::nanoseconds>(left, kRetryEvery));
+  }
 }
 
 std::string FindAnyCase(FileSystem& files, const std::string& path) {

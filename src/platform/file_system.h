@@ -7,6 +7,7 @@
 // whole seconds since 1970-01-01 00:00 UTC.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -57,6 +58,14 @@ enum class OpenMode {
   kCreateOrEmpty,  // for reading and writing, made when missing, emptied when not
 };
 
+// An exclusive lock on a range of a file's bytes, for as long as the object lives and the process
+// with it. It keeps out other locks, of other machines and of this process too, and nobody's reads
+// and writes.
+class RangeLock {
+ public:
+  virtual ~RangeLock() = default;
+};
+
 class FileSystem {
  public:
   virtual ~FileSystem() = default;
@@ -73,7 +82,16 @@ class FileSystem {
   [[nodiscard]] virtual std::vector<std::string> List(const std::string& folder) = 0;
   // `path` made absolute, links resolved as far as it exists: the same file, the same text.
   [[nodiscard]] virtual std::string Canonical(const std::string& path) = 0;
+  // Null when somebody holds part of the range, or when the file cannot be opened or locked. The
+  // range may lie behind the end of the file.
+  [[nodiscard]] virtual std::unique_ptr<RangeLock> LockRange(const std::string& path,
+                                                             uint64_t offset, uint64_t size);
 };
+
+// Tries again until `wait` is over; at least one try is made.
+[[nodiscard]] std::unique_ptr<RangeLock> WaitForRange(FileSystem& files, const std::string& path,
+                                                      uint64_t offset, uint64_t size,
+                                                      std::chrono::milliseconds wait);
 
 // `path` when it exists, else the path of an entry of its folder whose name differs from it only in
 // the case of ASCII letters, else `path` as it is. Families copied from systems that do not tell

@@ -161,6 +161,35 @@ std::string MemoryFileSystem::Canonical(const std::string& path) {
   return Absolute(path);
 }
 
+class MemoryFileSystem::MemoryLock : public RangeLock {
+ public:
+  using Ranges = std::vector<std::shared_ptr<LockedRange>>;
+  MemoryLock(std::shared_ptr<Ranges> all, std::shared_ptr<LockedRange> own)
+      : all_(std::move(all)), own_(std::move(own)) {
+    all_->push_back(own_);
+  }
+  ~MemoryLock() override { std::erase(*all_, own_); }
+  MemoryLock(const MemoryLock&) = delete;
+  MemoryLock& operator=(const MemoryLock&) = delete;
+
+ private:
+  std::shared_ptr<Ranges> all_;
+  std::shared_ptr<LockedRange> own_;
+};
+
+std::unique_ptr<RangeLock> MemoryFileSystem::LockRange(const std::string& path, uint64_t offset,
+                                                       uint64_t size) {
+  ++counts_.locks;
+  const std::string file = Absolute(path);
+  const uint64_t end = offset + size;
+  const bool held = std::ranges::any_of(*locks_, [&](const std::shared_ptr<LockedRange>& range) {
+    return range->path == file && range->offset < end && offset < range->end;
+  });
+  if (held || !files_.contains(file)) return nullptr;
+  return std::make_unique<MemoryLock>(
+      locks_, std::make_shared<LockedRange>(LockedRange{file, offset, end}));
+}
+
 std::vector<std::byte> MemoryFileSystem::Contents(const std::string& path) const {
   const auto file = files_.find(Absolute(path));
   return file == files_.end() ? std::vector<std::byte>() : file->second->bytes;

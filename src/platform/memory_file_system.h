@@ -24,6 +24,7 @@ struct IoCounts {
   int writes = 0;
   int truncates = 0;
   int syncs = 0;
+  int locks = 0;
 };
 
 class MemoryFileSystem : public FileSystem {
@@ -45,6 +46,8 @@ class MemoryFileSystem : public FileSystem {
   bool MakeFolder(const std::string& path) override;
   [[nodiscard]] std::vector<std::string> List(const std::string& folder) override;
   [[nodiscard]] std::string Canonical(const std::string& path) override;
+  [[nodiscard]] std::unique_ptr<RangeLock> LockRange(const std::string& path, uint64_t offset,
+                                                     uint64_t size) override;
 
   // All bytes of a file, uncounted; empty when there is none.
   [[nodiscard]] std::vector<std::byte> Contents(const std::string& path) const;
@@ -59,7 +62,13 @@ class MemoryFileSystem : public FileSystem {
     std::vector<std::byte> bytes;
     int64_t modified = 0;
   };
+  struct LockedRange {
+    std::string path;
+    uint64_t offset = 0;
+    uint64_t end = 0;
+  };
   class MemoryFile;
+  class MemoryLock;
 
   // The content of a file, made when missing.
   std::shared_ptr<Content> Make(const std::string& canonical_path);
@@ -68,6 +77,9 @@ class MemoryFileSystem : public FileSystem {
   Clock& clock_;
   std::map<std::string, std::shared_ptr<Content>> files_;
   std::set<std::string> folders_;
+  // Those that live; shared with them, so that they may outlive this object.
+  std::shared_ptr<std::vector<std::shared_ptr<LockedRange>>> locks_ =
+      std::make_shared<std::vector<std::shared_ptr<LockedRange>>>();
   IoCounts counts_;
 };
 

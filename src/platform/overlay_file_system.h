@@ -26,6 +26,10 @@ class OverlayFileSystem : public FileSystem {
   bool MakeFolder(const std::string& path) override;
   [[nodiscard]] std::vector<std::string> List(const std::string& folder) override;
   [[nodiscard]] std::string Canonical(const std::string& path) override;
+  [[nodiscard]] std::unique_ptr<RangeLock> LockRange(const std::string& path, uint64_t offset,
+                                                     uint64_t size) override {
+    return base_.LockRange(path, offset, size);
+  }
 
  private:
   // Whether the file at a canonical path is what memory has of it, be it nothing.

@@ -125,6 +125,17 @@ bool HasPositions(int descriptor) {
   return S_ISREG(status.st_mode) || S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode);
 }
 
+class PosixLock : public RangeLock {
+ public:
+  explicit PosixLock(int descriptor) : descriptor_(descriptor) {}
+  ~PosixLock() override { ::close(descriptor_); }
+  PosixLock(const PosixLock&) = delete;
+  PosixLock& operator=(const PosixLock&) = delete;
+
+ private:
+  int descriptor_;
+};
+
 }  // namespace
 
 std::unique_ptr<File> PosixFileSystem::Open(const std::string& path, OpenMode mode) {
@@ -182,6 +193,25 @@ std::string PosixFileSystem::Canonical(const std::string& path) {
   if (error) return path;
   const std::filesystem::path resolved = std::filesystem::weakly_canonical(absolute, error);
   return error ? absolute.lexically_normal().string() : resolved.string();
+}
+
+// A lock of the open file description (fcntl(2), F_OFD_SETLK), on a descriptor of its own: the
+// older locks of the process fall as soon as any descriptor of the file is closed.
+std::unique_ptr<RangeLock> PosixFileSystem::LockRange(const std::string& path, uint64_t offset,
+                                                      uint64_t size) {
+  const int descriptor =
+      Uninterrupted([&] { return ::open(path.c_str(), OpenFlags(OpenMode::kReadWrite)); });
+  if (descriptor < 0) return nullptr;
+  struct flock range = {};
+  range.l_type = F_WRLCK;
+  range.l_whence = SEEK_SET;
+  range.l_start = static_cast<off_t>(offset);
+  range.l_len = static_cast<off_t>(size);
+  if (Uninterrupted([&] { return ::fcntl(descriptor, F_OFD_SETLK, &range); }) == 0) {
+    return std::make_unique<PosixLock>(descriptor);
+  }
+  ::close(descriptor);
+  return nullptr;
 }
 
 }  // namespace carnetel

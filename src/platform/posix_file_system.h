@@ -21,6 +21,8 @@ class PosixFileSystem : public FileSystem {
   bool MakeFolder(const std::string& path) override;
   [[nodiscard]] std::vector<std::string> List(const std::string& folder) override;
   [[nodiscard]] std::string Canonical(const std::string& path) override;
+  [[nodiscard]] std::unique_ptr<RangeLock> LockRange(const std::string& path, uint64_t offset,
+                                                     uint64_t size) override;
 };
 
 }  // namespace carnetel

@@ -16,11 +16,20 @@ CardRemoval DeleteEach(Directory& directory, std::vector<uint32_t> offsets) {
   for (size_t i = 0; i < offsets.size() && !removal.stopped; ++i) {
     const uint32_t offset = offsets[i];
     uint32_t moved_from = 0;
+    if (!directory.TestCardLock(offset)) {
+      ++removal.held;
+      continue;
+    }
     removal.failed = !directory.main().ReadCard(offset, card);
     if (removal.failed) break;
     removal.stopped = directory.progress().Step(DeletionLabel(card, directory.key_field()));
-    removal.failed = !DeleteCard(directory, offset, &moved_from);
-    if (removal.failed) break;
+    if (!DeleteCard(directory, offset, &moved_from)) {
+      // The last card, which would go into the freed place, is under another seat's hands.
+      removal.failed = !directory.lock_refused();
+      if (removal.failed) break;
+      ++removal.held;
+      continue;
+    }
     ++removal.deleted;
     // The card that was the last one lies in the freed place now.
     std::ranges::replace(offsets.begin() + static_cast<std::ptrdiff_t>(i) + 1, offsets.end(),
@@ -31,6 +40,7 @@ CardRemoval DeleteEach(Directory& directory, std::vector<uint32_t> offsets) {
 
 CardRemoval DeleteTogether(Directory& directory, std::vector<uint32_t> offsets) {
   const Directory::Batch batch(directory);
+  if (!batch) return {.held = static_cast<uint32_t>(offsets.size())};
   directory.progress().Open(ProgressForm::kDelete, static_cast<uint32_t>(offsets.size()));
   const CardRemoval removal = DeleteEach(directory, std::move(offsets));
   directory.progress().Close();

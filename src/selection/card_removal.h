@@ -14,6 +14,7 @@ namespace carnetel {
 
 struct CardRemoval {
   uint32_t deleted = 0;
+  uint32_t held = 0;     // cards that other seats edit: they were left
   bool failed = false;   // a card could not be deleted; those after it were left
   bool stopped = false;  // the user wanted to stop
 };

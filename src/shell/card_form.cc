@@ -39,7 +39,7 @@ CardForm::CardForm(CardFormView& view, CardList& list, MessageForm& messages,
 
 void CardForm::SetDirectory(Directory* directory) {
   directory_ = directory;
-  mode_ = FormMode::kRest;
+  Rest();
   purpose_ = FormPurpose::kCard;
   creating_card_ = false;
   displayed_card_ = 0;
@@ -69,7 +69,7 @@ void CardForm::ShowCard(const CardRecord& card) {
     references[i] = FieldUtf8(card, kRef1 + static_cast<int>(i));
   }
   view_.SetReferences(references);
-  mode_ = FormMode::kRest;
+  Rest();
 }
 
 void CardForm::ClearForm() {
@@ -145,6 +145,8 @@ void CardForm::FieldChanged(int control, int row) {
   edited_controls_.insert(control);
   if (control == kControlReferences) edited_references_.insert(row);
   mode_ = FormMode::kChanged;
+  // From the first change on no other seat may touch the card.
+  if (displayed_card_ != 0 && directory_ != nullptr) (void)directory_->LockCard(displayed_card_);
   // A command may have taken the look off while the focus stayed in the field.
   if (!edit_look_) FieldEntered(control);
   if (first_keystroke_ || IsKeyControl(control)) {
@@ -175,6 +177,11 @@ void CardForm::LookOff() {
 
 // ---- leaving ----
 
+void CardForm::Rest() {
+  mode_ = FormMode::kRest;
+  if (directory_ != nullptr) directory_->UnlockCard();
+}
+
 bool CardForm::AskDiscard() {
   const MessageButton answer = messages_.ShowMessage(MessageStyle::kYesNoDefaultNo, 80, 178);
   if (answer != MessageButton::kYes) {
@@ -182,7 +189,7 @@ bool CardForm::AskDiscard() {
     return false;
   }
   return_field_ = 0;
-  mode_ = FormMode::kRest;
+  Rest();
   purpose_ = FormPurpose::kCard;
   creating_card_ = false;
   ShowRow();
@@ -268,7 +275,7 @@ void CardForm::CreateOrCancel() {
     CreateCard();
     return;
   }
-  mode_ = FormMode::kRest;
+  Rest();
   purpose_ = FormPurpose::kCard;
   creating_card_ = false;
   LookOff();

@@ -96,7 +96,10 @@ class CardForm {
   void ShowZone(FormZone zone);
 
  private:
-  enum class SaveOutcome { kSaved, kNoKey, kFailed };
+  // kHeld: another seat edits the card, or has changed it.
+  enum class SaveOutcome { kSaved, kNoKey, kFailed, kHeld };
+
+  void Rest();
 
   bool AskDiscard();
   void LookOff();

@@ -55,12 +55,19 @@ CardForm::SaveOutcome CardForm::SaveCard(bool is_change) {
   const CardRecord card = CollectCard();
   if (!HasKeyField(card)) return SaveOutcome::kNoKey;
   if (is_change && displayed_card_ != 0) return ReplaceCard(card);
-  return AddCard(card) ? SaveOutcome::kSaved : SaveOutcome::kFailed;
+  if (AddCard(card)) return SaveOutcome::kSaved;
+  return directory_->lock_refused() ? SaveOutcome::kHeld : SaveOutcome::kFailed;
 }
 
 CardForm::SaveOutcome CardForm::ReplaceCard(CardRecord card) {
+  const ChangeScope change(*directory_);
+  if (!change) return SaveOutcome::kHeld;
   CardRecord old;
-  if (!directory_->main().ReadCard(displayed_card_, old)) return SaveOutcome::kFailed;
+  const bool is_there = directory_->main().ReadCard(displayed_card_, old);
+  // With seats another card may lie there by now, or the same one with other texts.
+  const bool is_same = !directory_->is_shared() || (is_there && old == shown_);
+  if (!is_same || !directory_->TestCardLock(displayed_card_)) return SaveOutcome::kHeld;
+  if (!is_there) return SaveOutcome::kFailed;
   CarryHiddenFields(card, old);
   const ChangedCard changed = ChangeCard(*directory_, displayed_card_, card);
   if (changed.result != ChangeResult::kNotPossible) {
@@ -69,25 +76,26 @@ CardForm::SaveOutcome CardForm::ReplaceCard(CardRecord card) {
   }
   // When the disk failed half-way, another card may lie there now: it must not be written over.
   CardRecord there;
-  const bool is_there = directory_->main().ReadCard(displayed_card_, there);
-  if (!is_there || there != old) displayed_card_ = 0;
-  return SaveOutcome::kFailed;
+  const bool stayed = directory_->main().ReadCard(displayed_card_, there) && there == old;
+  if (!stayed) displayed_card_ = 0;
+  return directory_->lock_refused() ? SaveOutcome::kHeld : SaveOutcome::kFailed;
 }
 
 // What was typed stays in the form, at rest; the list shows what the stores hold.
 void CardForm::KeepFailedText() {
   mode_ = FormMode::kChanged;
   list_.ListRefill();
-  mode_ = FormMode::kRest;
+  Rest();
 }
 
 void CardForm::ReportSave(SaveOutcome outcome) {
   if (outcome == SaveOutcome::kNoKey) messages_.ShowMessage(MessageStyle::kError, 79, 30);
   if (outcome == SaveOutcome::kFailed) messages_.ShowMessage(MessageStyle::kError, 79, 48);
+  if (outcome == SaveOutcome::kHeld) messages_.ShowMessage(MessageStyle::kError, 79, 177);
 }
 
 void CardForm::AfterSave() {
-  mode_ = FormMode::kRest;
+  Rest();
   list_.ListRefill();
 }
 
@@ -95,7 +103,8 @@ void CardForm::SaveChange() {
   if (directory_ == nullptr) return;
   const SaveOutcome outcome = SaveCard(list_.row_count() != 0);
   ReportSave(outcome);
-  if (outcome == SaveOutcome::kFailed) return KeepFailedText();
+  const bool failed = outcome == SaveOutcome::kFailed || outcome == SaveOutcome::kHeld;
+  if (failed) return KeepFailedText();
   const uint32_t saved = displayed_card_;
   // A card without a key is not saved, and what was typed is lost all the same: that has to stay.
   purpose_ = FormPurpose::kCard;
@@ -109,7 +118,8 @@ void CardForm::SaveNew() {
   if (directory_ == nullptr) return;
   const SaveOutcome outcome = SaveCard(false);
   ReportSave(outcome);
-  if (outcome == SaveOutcome::kFailed) return KeepFailedText();
+  const bool failed = outcome == SaveOutcome::kFailed || outcome == SaveOutcome::kHeld;
+  if (failed) return KeepFailedText();
   const uint32_t saved = displayed_card_;
   purpose_ = purpose_ == FormPurpose::kNewCard ? FormPurpose::kNewCardSaved : FormPurpose::kCard;
   creating_card_ = false;

@@ -49,6 +49,8 @@ enum CommandId : int {
   kCommandHelpKey = 500,
   // Posted at the start when the directory did not open and a fallback came in its place.
   kEventAskInvalidDirectory = 501,
+  // Posted when it is time to look what other seats have changed.
+  kEventCheckSeats = 502,
   kTabAll = 655,
   kTabA = 656,
   kTabZ = 681,

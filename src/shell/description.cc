@@ -3,6 +3,14 @@
 #include "base/code_page.h"
 
 namespace carnetel {
+namespace {
+
+bool Describe(Directory& directory, const OemText& text, std::optional<uint16_t> owner) {
+  const ChangeScope change(directory);
+  return change && directory.main().Describe(text, owner);
+}
+
+}  // namespace
 
 DescriptionForm::DescriptionForm(Session& session)
     : session_(session), path_(session.CurrentMainFile()) {
@@ -40,7 +48,7 @@ bool DescriptionForm::Accept(const std::string& utf8) {
   std::optional<uint16_t> owner;
   if (has_seat_lines()) owner = OwnerOfBox();
   Directory* directory = session_.directory();
-  if (directory == nullptr || !directory->main().Describe(typed.text, owner)) {
+  if (directory == nullptr || !Describe(*directory, typed.text, owner)) {
     session_.services().messages.ShowMessage(MessageStyle::kError, 79, 43, path_);
     return false;
   }

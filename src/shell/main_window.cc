@@ -52,6 +52,8 @@ void MainWindowLogic::ReloadAfterOpen() {
   ShowPickers();
   // Without a directory the window stays as it is.
   if (session_.directory() != nullptr) {
+    if (TakeOverChanges()) pickers_.ReloadGroups();
+    last_seat_check_ = session_.services().clock.Now();
     view_.SetTitle(FormatText(265, session_.CurrentMainFile()));
     view_.SetRecents(recents_.Rebuild());
   }
@@ -68,6 +70,9 @@ void MainWindowLogic::Dispatch(int command) {
     return;
   }
   switch (command) {
+    case kEventCheckSeats:
+      CheckSeats();
+      break;
     case kCommandConfirm:
       form_.Confirm();
       break;

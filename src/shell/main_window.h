@@ -91,6 +91,10 @@ class MainWindowLogic : private CardList::Observer {
   void ListFocused() { siblings_.ListFocused(); }
   void NumbersChanged() { siblings_.NumbersChanged(); }
 
+  // The list was painted, or could be: with several seats, the occasion to look, every ten seconds
+  // at the most, what the others have changed.
+  void ListPainted();
+
   // A choice in the two lists above the cards.
   void PickGroup(int row);
   void PickSet(int row);
@@ -136,6 +140,9 @@ class MainWindowLogic : private CardList::Observer {
   void CallSibling(int button);
   void ShowPickers();
   void DeleteCard();
+  void TellHeldCard();
+  void CheckSeats();
+  [[nodiscard]] bool TakeOverChanges();
   void DeleteMarked();
   void DeleteMarkedEntries();
   void ShowCounts();
@@ -150,6 +157,7 @@ class MainWindowLogic : private CardList::Observer {
   SiblingPanel siblings_;
   // Of foreign files, from one transfer to the next.
   CharacterSet charset_ = CharacterSet::kOem;
+  int64_t last_seat_check_ = 0;
   bool ended_ = false;
 };
 

@@ -9,9 +9,27 @@
 #include "selection/selection_scan.h"
 #include "shell/main_window.h"
 #include "shell/search_form.h"
+#include "storage/address_reorder.h"
 #include "storage/card_dispatch.h"
 
 namespace carnetel {
+namespace {
+
+constexpr int64_t kSecondsBetweenSeatChecks = 10;
+
+// False when another seat edits the card, or has put another one in its place since it was shown.
+bool DeleteShownCard(Directory& directory, uint32_t card_offset, const CardRecord& shown) {
+  const ChangeScope change(directory);
+  if (!change) return false;
+  CardRecord card;
+  const bool is_same = directory.main().ReadCard(card_offset, card) && card == shown;
+  if (directory.is_shared() && !is_same) return false;
+  uint32_t moved_from = 0;
+  (void)DeleteCard(directory, card_offset, &moved_from);
+  return !directory.lock_refused();
+}
+
+}  // namespace
 
 bool MainWindowLogic::DispatchSelectionCommand(int command) {
   using Action = void (MainWindowLogic::*)();
@@ -172,16 +190,22 @@ void MainWindowLogic::DeleteCard() {
   const uint32_t card_offset = list_.current_card();
   CardRecord card;
   if (directory == nullptr || !directory->main().ReadCard(card_offset, card)) return;
+  const bool whole_file = pickers_.group() == 0;
+  if (whole_file && !directory->TestCardLock(card_offset)) return TellHeldCard();
   const MessageButton answer = session_.services().messages.ShowMessage(
       MessageStyle::kOkCancel, 80, 31, DeletionLabel(card, directory->key_field()));
   if (answer != MessageButton::kOk) return;
-  uint32_t moved_from = 0;
-  if (pickers_.group() != 0) {
+  if (!whole_file) {
     ClearEntryBits(*directory, card_offset);
-  } else {
-    carnetel::DeleteCard(*directory, card_offset, &moved_from);
+  } else if (!DeleteShownCard(*directory, card_offset, card)) {
+    TellHeldCard();
   }
   list_.ListRefill();
+  view_.FocusList();
+}
+
+void MainWindowLogic::TellHeldCard() {
+  session_.services().messages.ShowMessage(MessageStyle::kError, 79, 177);
   view_.FocusList();
 }
 
@@ -205,11 +229,13 @@ void MainWindowLogic::DeleteMarked() {
 void MainWindowLogic::DeleteMarkedEntries() {
   Directory& directory = *session_.directory();
   ProgressBox& progress = session_.services().progress;
+  int held = 0;
   progress.Open(ProgressForm::kDelete, static_cast<uint32_t>(directory.marked_count()));
   {
     const Directory::Batch batch(directory);
+    if (!batch) held = 1;
     uint32_t row = 0;
-    bool stopped = false;
+    bool stopped = !batch;
     while (!stopped && row < directory.address().entry_count() && directory.marked_count() > 0) {
       const EntrySlot entry = directory.address().Entry(row);
       CardRecord card;
@@ -218,14 +244,50 @@ void MainWindowLogic::DeleteMarkedEntries() {
         ++row;
         continue;
       }
+      if (!directory.TestCardLock(entry.card_offset())) {
+        ++held;
+        ++row;
+        continue;
+      }
       // The card that was announced still goes when the user stops the walk at it.
       stopped = progress.Step(DeletionLabel(card, directory.key_field()));
       // A delete takes the entry away: the same row is looked at again.
       uint32_t moved_from = 0;
-      if (!carnetel::DeleteCard(directory, entry.card_offset(), &moved_from)) ++row;
+      if (!carnetel::DeleteCard(directory, entry.card_offset(), &moved_from)) {
+        if (directory.lock_refused()) ++held;
+        ++row;
+      }
     }
   }
   progress.Close();
+  // Not in the walk: nothing stays locked while a user reads.
+  while (held-- > 0) session_.services().messages.ShowMessage(MessageStyle::kError, 79, 177);
+}
+
+void MainWindowLogic::ListPainted() {
+  const Directory* directory = session_.directory();
+  if (directory == nullptr || !directory->is_shared()) return;
+  const int64_t now = session_.services().clock.Now();
+  if (now - last_seat_check_ < kSecondsBetweenSeatChecks) return;
+  last_seat_check_ = now;
+  view_.PostCommand(kEventCheckSeats);
+}
+
+void MainWindowLogic::CheckSeats() {
+  // A card that is being keyed must not lose its place under the user's hands.
+  if (session_.directory() == nullptr || form_.mode() != FormMode::kRest) return;
+  if (form_.purpose() != FormPurpose::kCard) return;
+  if (!TakeOverChanges()) return;
+  pickers_.ReloadGroups();
+  pickers_.ReloadSets();
+  ShowPickers();
+  list_.ListRefill();
+  form_.ShowCurrentCard(true);
+}
+
+bool MainWindowLogic::TakeOverChanges() {
+  const int group = std::min(pickers_.group(), 2);
+  return RefreshIfChanged(*session_.directory(), static_cast<RefreshView>(group));
 }
 
 }  // namespace carnetel

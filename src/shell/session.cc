@@ -13,6 +13,8 @@ constexpr std::string_view kOlderExtension = ".PBK";
 constexpr int kDefaultDirectoryName = 52;
 constexpr int kFallbackName = 275;
 constexpr int kMostFallbacks = 1000;
+constexpr int kProgramTitle = 51;
+constexpr int kNoSharing = 204;
 constexpr int kFile1 = 237;
 constexpr int kBalloons = 263;
 // How long an open waits for another program that works on the same files.
@@ -53,6 +55,11 @@ void Session::ProfileWrite(int key, std::string_view text) {
 
 void Session::Start() {
   ResolveFolders();
+  sharing_failed_ = lan_on_ && !SharingWorks(services_.files, shared_dir_);
+  if (sharing_failed_) {
+    services_.messages.ShowMessage(MessageStyle::kError, kProgramTitle, kNoSharing);
+    return;
+  }
   settings_ = request_.direct_open ? Settings() : ReadSettings(services_.profile);
   // A sibling brings the whole suite's choice along.
   if (!request_.direct_open && request_.caller_window != 0) {
@@ -151,8 +158,9 @@ bool Session::BelongsToAnotherSeat(const std::string& path) const {
 void Session::TakeOwnership() {
   const bool requested = std::exchange(private_requested_, false);
   if (!requested || directory_ == nullptr) return;
+  const ChangeScope change(*directory_);
   MainHeader& header = directory_->main().header();
-  if (header.owner() != 0) return;
+  if (!change || header.owner() != 0) return;
   header.set_owner(static_cast<uint16_t>(workstation_number_));
   directory_->main().WriteHeader();
 }

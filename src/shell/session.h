@@ -44,6 +44,9 @@ class Session {
   // that their defaults appear in the profile.
   void Start();
 
+  // With seats, files cannot be locked: the user was told, and the run is to end.
+  [[nodiscard]] bool sharing_failed() const { return sharing_failed_; }
+
   [[nodiscard]] const StartupRequest& request() const { return request_; }
   [[nodiscard]] const Role& role() const { return role_; }
   [[nodiscard]] bool exchange_launch() const { return IsExchangeLaunch(request_); }
@@ -119,6 +122,7 @@ class Session {
   Role role_;
   DebugLine debug_line_ = [](std::string_view) {};
   bool lan_on_ = false;
+  bool sharing_failed_ = false;
   int32_t workstation_number_ = 0;
   std::string appli_name_;
   std::string module_dir_;

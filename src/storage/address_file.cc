@@ -1,5 +1,7 @@
 #include "storage/address_file.h"
 
+#include <unordered_map>
+
 namespace carnetel {
 
 bool AddressFile::Open() {
@@ -59,6 +61,37 @@ void AddressFile::BuildLetterTable(const KeyIndex& active) {
 
 void AddressFile::SetCounter(uint8_t bit, uint16_t value) {
   StoreLe16(counters_, size_t{2} * bit, value);
+}
+
+std::vector<EntrySlot> AddressFile::Entries() const {
+  std::vector<EntrySlot> entries;
+  entries.reserve(entry_count());
+  for (uint32_t row = 0; row < entry_count(); ++row) entries.push_back(Entry(row));
+  return entries;
+}
+
+void AddressFile::TakeEntries(const std::vector<EntrySlot>& entries, const KeyIndex& active) {
+  entries_.Erase(0, entries_.size());
+  for (const EntrySlot& entry : entries) entries_.Append(entry.bytes());
+  header_.set_count(static_cast<uint16_t>(entries.size()));
+  BuildLetterTable(active);
+}
+
+int32_t AddressFile::KeepMarked(const std::vector<EntrySlot>& former, uint8_t selection_bit) {
+  std::unordered_map<uint32_t, uint32_t> rows;
+  rows.reserve(entry_count());
+  for (uint32_t row = 0; row < entry_count(); ++row) rows.emplace(CardOffsetAt(row), row);
+  uint32_t last_hit = 0;
+  int32_t kept = 0;
+  for (const EntrySlot& old : former) {
+    if (!old.bit(selection_bit)) continue;
+    const auto found = rows.find(old.card_offset());
+    if (found == rows.end() || found->second < last_hit) continue;
+    last_hit = found->second;
+    SetEntry(last_hit, old);
+    ++kept;
+  }
+  return kept;
 }
 
 void AddressFile::SetEntry(uint32_t row, const EntrySlot& entry) {

@@ -57,6 +57,12 @@ class AddressFile {
   [[nodiscard]] EntrySlot Entry(uint32_t row) const {
     return EntrySlot(entries_.At(kEntrySize * row, kEntrySize));
   }
+  [[nodiscard]] std::vector<EntrySlot> Entries() const;
+  // Puts these entries in the place of all others, in the order of the active index.
+  void TakeEntries(const std::vector<EntrySlot>& entries, const KeyIndex& active);
+  // Every entry of `former` that has the selection bit replaces the one of its card, looked for
+  // from the last hit on: a card that has moved to the front of it is not found. Returns how many.
+  int32_t KeepMarked(const std::vector<EntrySlot>& former, uint8_t selection_bit);
   void SetEntry(uint32_t row, const EntrySlot& entry);
   void AppendEntry(const EntrySlot& entry) { entries_.Append(entry.bytes()); }
   [[nodiscard]] uint32_t CardOffsetAt(uint32_t row) const {

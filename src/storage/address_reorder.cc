@@ -9,13 +9,6 @@ namespace {
 // one only full blocks are looked at, so the cards of the last, partial block are not found.
 constexpr size_t kPairsPerBlock = 1000;
 
-std::vector<EntrySlot> AllEntries(const AddressFile& address) {
-  std::vector<EntrySlot> entries;
-  entries.reserve(address.entry_count());
-  for (uint32_t row = 0; row < address.entry_count(); ++row) entries.push_back(address.Entry(row));
-  return entries;
-}
-
 size_t SearchedEntries(size_t count) {
   return count < kPairsPerBlock ? count : count / kPairsPerBlock * kPairsPerBlock;
 }
@@ -42,34 +35,12 @@ std::unordered_map<uint32_t, const EntrySlot*> FindableEntries(
   return found;
 }
 
-// Every marked old entry replaces the one of its card, looked for from the last hit on: a card that
-// has moved to the front of it is not found.
-int32_t KeepMarkedEntries(Directory& directory, const std::vector<EntrySlot>& old_entries) {
-  AddressFile& address = directory.address();
-  std::unordered_map<uint32_t, uint32_t> rows;
-  rows.reserve(address.entry_count());
-  for (uint32_t row = 0; row < address.entry_count(); ++row) {
-    rows.emplace(address.CardOffsetAt(row), row);
-  }
-  uint32_t last_hit = 0;
-  int32_t kept = 0;
-  for (const EntrySlot& old : old_entries) {
-    if (!old.bit(directory.selection_bit())) continue;
-    const auto found = rows.find(old.card_offset());
-    if (found == rows.end() || found->second < last_hit) continue;
-    last_hit = found->second;
-    address.SetEntry(last_hit, old);
-    ++kept;
-  }
-  return kept;
-}
-
 }  // namespace
 
 AddressReorder::AddressReorder(Directory& directory, int key_field)
     : directory_(directory),
       old_header_(directory.address().header()),
-      old_entries_(AllEntries(directory.address())) {
+      old_entries_(directory.address().Entries()) {
   directory.set_key_field(key_field);
   built_ = directory.RebuildAddressFile(AddressMode::kKeepDependents, false);
 }
@@ -94,17 +65,29 @@ void AddressReorder::CarryOver() {
 
 bool RefreshAddressFile(Directory& directory, RefreshView view, bool quiet) {
   if (view == RefreshView::kOtherGroup) return true;
-  if (!directory.ReadStoresAgain()) return false;
+  const ChangeScope change(directory, Directory::ChangeStart::kBare);
+  if (!change || !directory.ReadStoresAgain()) return false;
   if (view == RefreshView::kWholeFile) {
-    const std::vector<EntrySlot> old_entries = AllEntries(directory.address());
+    const std::vector<EntrySlot> old_entries = directory.address().Entries();
     if (!directory.RebuildAddressFile(AddressMode::kNormal, quiet)) return false;
-    directory.set_marked_count(KeepMarkedEntries(directory, old_entries));
+    directory.set_marked_count(
+        directory.address().KeepMarked(old_entries, directory.selection_bit()));
   } else {
     AddressHeader& header = directory.address().header();
     header.set_count(static_cast<uint16_t>(directory.address().entry_count()));
     directory.set_marked_count(CountMarks(directory));
   }
   directory.CloseListView();
+  directory.TookChangesOver();
+  return true;
+}
+
+bool RefreshIfChanged(Directory& directory, RefreshView view) {
+  if (!directory.ChangedByOthers()) return false;
+  if (!RefreshAddressFile(directory, view, true)) return false;
+  // Other groups are left as they are, but the change is noticed once only.
+  directory.address().header().set_stamp(directory.main().stamp_on_disk());
+  directory.TookChangesOver();
   return true;
 }
 

@@ -42,4 +42,8 @@ enum class RefreshView { kWholeFile = 0, kFirstGroup = 1, kOtherGroup = 2 };
 // read or the address file could not be made.
 bool RefreshAddressFile(Directory& directory, RefreshView view, bool quiet);
 
+// With several seats: the same, when another one has added or deleted cards since the last time.
+// True when the list is to be filled again.
+bool RefreshIfChanged(Directory& directory, RefreshView view);
+
 }  // namespace carnetel

@@ -31,7 +31,10 @@ int CardDispatch::WriteCard(uint32_t card_offset, IndexMode mode, int64_t* kept)
 
 int CardDispatch::Add(bool marked, uint32_t* entry_position) {
   DirectoryFile& main = directory_.main();
-  if (main.count() >= kMaxCards) return -1;
+  directory_.LetOthersIn();
+  const ChangeScope change(directory_);
+  if (!change || main.count() >= kMaxCards) return -1;
+  main.Note(main.has_guard() ? ChangeKind::kReplaced : ChangeKind::kAdd, 0, main.count());
   const uint32_t card_offset = main.end_offset();
   const CardRecord& card = directory_.context().current;
   int64_t previous = 0;
@@ -66,10 +69,15 @@ int CardDispatch::Find(WalkDirection direction, uint32_t* card_offset) {
 
 int CardDispatch::Rewrite(uint32_t card_offset, uint32_t entry_row) {
   DirectoryFile& main = directory_.main();
+  const ChangeScope change(directory_);
+  if (!change) return -1;
+  main.Note(ChangeKind::kGuard, 0, main.count());
   // A copy behind the last card, until the card itself is written whole.
   const DirectoryFile::GuardCopy guard(main, directory_.context().current);
   int64_t kept = 0;
-  if (!guard.written() || WriteCard(card_offset, IndexMode::kRepoint, &kept) < 0) return -1;
+  if (!guard.written()) return -1;
+  main.Note(ChangeKind::kRewrite, card_offset, main.count());
+  if (WriteCard(card_offset, IndexMode::kRepoint, &kept) < 0) return -1;
   AddressFile& address = directory_.address();
   if (kept < 0 || entry_row >= address.entry_count()) {
     directory_.Commit();
@@ -90,11 +98,17 @@ int CardDispatch::Rewrite(uint32_t card_offset, uint32_t entry_row) {
 
 int CardDispatch::Delete(uint32_t* card_offset) {
   DirectoryFile& main = directory_.main();
+  const ChangeScope change(directory_);
+  if (!change) return -1;
   const uint32_t deleted = *card_offset;
   const uint32_t last = main.end_offset() - static_cast<uint32_t>(kCardSize);
   const CardRecord old = directory_.context().reference;
   CardRecord& moved = directory_.context().reference;
   if (!main.HoldsCard(deleted) || !main.ReadCard(last, moved)) return -1;
+  // The last card changes its place, which somebody who edits it must not find out.
+  if (deleted != last && !directory_.TestCardLock(last)) return -1;
+  main.Note(main.has_guard() ? ChangeKind::kReplace : ChangeKind::kDelete, deleted,
+            main.count() - 1);
   AddressFile& address = directory_.address();
   address.MarkChanging();
   if (!main.WriteCard(deleted, moved)) return -1;
@@ -120,6 +134,8 @@ int CardDispatch::Delete(uint32_t* card_offset) {
 }
 
 bool DeleteCard(Directory& directory, uint32_t card_offset, uint32_t* moved_from) {
+  const ChangeScope change(directory);
+  if (!change) return false;
   CardContext& context = directory.context();
   if (!directory.main().ReadCard(card_offset, context.reference)) return false;
   directory.last_removed() = {};
@@ -136,9 +152,10 @@ bool DeleteCard(Directory& directory, uint32_t card_offset, uint32_t* moved_from
 }
 
 ChangedCard ChangeCard(Directory& directory, uint32_t card_offset, const CardRecord& card) {
+  const ChangeScope change(directory);
   CardContext& context = directory.context();
   CardRecord old;
-  if (!directory.main().ReadCard(card_offset, old)) return {};
+  if (!change || !directory.main().ReadCard(card_offset, old)) return {};
   AddressFile& address = directory.address();
   const uint32_t row = address.FindRow(card_offset);
   if (old.SameField(card, kNom) && old.SameField(card, kSte1)) {
@@ -148,6 +165,7 @@ ChangedCard ChangeCard(Directory& directory, uint32_t card_offset, const CardRec
   }
   std::optional<EntrySlot> marks;
   if (row < address.entry_count()) marks = address.Entry(row);
+  directory.main().Note(ChangeKind::kGuard, 0, directory.main().count());
   // The new card lies behind the last one until the old one's place is settled.
   DirectoryFile::GuardCopy guard(directory.main(), card);
   uint32_t moved_from = 0;

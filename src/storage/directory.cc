@@ -38,9 +38,24 @@ void Directory::ForEachCard(Visit visit) {
 }
 
 OpenResult Directory::OpenDirectory(AddressMode mode, bool silent) {
+  // There is nothing to lock before the file is made.
+  const bool locks = services_.files.Exists(paths_.Main());
+  if (locks && !BeginChange()) return OpenResult::kNoStore;
+  main_.set_shared(is_shared());
+  const OpenResult result = OpenStores(mode, silent);
+  if (locks) EndChange();
+  return result;
+}
+
+OpenResult Directory::OpenStores(AddressMode mode, bool silent) {
   const OpenResult result = OpenMainFile();
   if (!IsOpen(result)) return CloseAfter(result);
+  const std::optional<ChangeNote> note = main_.NoteOnDisk();
+  if (note && !SettleChange(*note)) return CloseAfter(OpenResult::kNoStore);
   if (!OpenIndexes()) return CloseAfter(OpenResult::kNoStore);
+  const bool mended = index(1).was_written() || index(2).was_written();
+  // Other seats hold the indexes as they were.
+  if (is_shared() && mended && result == OpenResult::kOpened) main_.RenewStamp();
   if (!OpenAddressFile(mode, silent)) return CloseAfter(OpenResult::kNoStore);
   CreateMissingCriteria();
   open_ = true;
@@ -73,7 +88,16 @@ OpenResult Directory::OpenMainFile() {
 bool Directory::OpenIndexes() {
   // The count is looked for beside the main file, wherever the seat's own address file lies.
   AddressFile beside(services_.files, paths_.BesideMain(".ADR"));
-  return TakeIndexes(beside.Open() && beside.header().count() != main_.header().card_count());
+  const bool differs = beside.Open() && beside.header().count() != main_.header().card_count();
+  if (!TakeIndexes(differs)) return false;
+  if (!is_shared()) return true;
+  // No seat's address file is there to tell: the indexes themselves have to.
+  for (int number = 1; number <= 2; ++number) {
+    uint32_t used = 0;
+    index(number).ForEachUsed([&used](const IndexSlot&) { ++used; });
+    if (used != main_.count() && !BuildKeyIndex(number)) return false;
+  }
+  return true;
 }
 
 bool Directory::ReadStoresAgain() {
@@ -127,14 +151,26 @@ void Directory::DropStaleSlots(int number) {
 }
 
 bool Directory::OpenAddressFile(AddressMode mode, bool silent) {
+  std::vector<EntrySlot> former;
   if (address_.Open()) {
     const bool mirrors = address_.CheckAddressFile(active_index(), main_.count());
     const std::optional<std::string> version = address_.header().Version();
-    if (!mirrors || !version || *version < kAddressVersion) address_.CloseAndDelete();
+    const bool is_ours = version && *version >= kAddressVersion;
+    const bool by_others =
+        is_shared() && is_ours && address_.header().stamp() != main_.stamp_on_disk();
+    if (by_others) former = address_.Entries();
+    if (!mirrors || !is_ours) address_.CloseAndDelete();
   } else if (services_.files.Exists(address_.path())) {
     return false;
   }
-  if (!address_.is_open()) return RebuildAddressFile(mode, silent);
+  if (!address_.is_open()) {
+    if (!RebuildAddressFile(mode, silent)) return false;
+    if (former.empty()) return true;
+    // Another seat has changed the directory meanwhile: that takes no marks away.
+    marked_count_ = address_.KeepMarked(former, selection_bit());
+    CloseListView();
+    return true;
+  }
   marked_count_ = address_.Counter(selection_bit());
   address_.header().set_count(static_cast<uint16_t>(address_.entry_count()));
   address_.BuildLetterTable(active_index());
@@ -224,16 +260,27 @@ void Directory::Commit() {
   address_.Flush();
 }
 
-Directory::Batch::Batch(Directory& directory) : directory_(directory) {
-  directory_.in_batch_ = true;
-  directory_.main_.BeginBatch();
+void Directory::BeginBatch() {
+  in_batch_ = true;
+  main_.BeginBatch();
+}
+
+void Directory::EndBatch() {
+  main_.EndBatch();
+  in_batch_ = false;
+  address_.header().set_stamp(main_.stamp_on_disk());
+  Commit();
+}
+
+Directory::Batch::Batch(Directory& directory)
+    : directory_(directory), begun_(directory.BeginChange()) {
+  if (begun_) directory_.BeginBatch();
 }
 
 Directory::Batch::~Batch() {
-  directory_.main_.EndBatch();
-  directory_.in_batch_ = false;
-  directory_.address_.header().set_stamp(directory_.main_.stamp_on_disk());
-  directory_.Commit();
+  if (!begun_) return;
+  directory_.EndBatch();
+  directory_.EndChange();
 }
 
 int32_t CountMarks(const Directory& directory) {

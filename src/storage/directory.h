@@ -7,6 +7,8 @@
 #pragma once
 
 #include <array>
+#include <chrono>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -46,6 +48,8 @@ struct DirectoryOptions {
   int key_field = kSte1;
   // Whether a missing main file is made; without it that is kNoStore.
   bool may_create = true;
+  // With seats: how long a change waits for another seat's to end.
+  std::chrono::milliseconds lock_wait{5000};
 };
 
 // The services of the surroundings that a directory works with.
@@ -125,18 +129,60 @@ class Directory {
     ~Batch();
     Batch(const Batch&) = delete;
     Batch& operator=(const Batch&) = delete;
+    // False when another seat was at it: every change in the batch is refused.
+    [[nodiscard]] explicit operator bool() const { return begun_; }
 
    private:
     Directory& directory_;
+    bool begun_;
   };
+
+  // ---- several seats on one directory; without seats all of these are nothing and succeed ----
+
+  [[nodiscard]] bool is_shared() const { return !options_.shared_dir.empty(); }
+  // Every change of a store lies between these two, which may be nested: no two seats change at one
+  // time, and what others have changed since is taken over first. False when another seat did not
+  // end its change in time, or a store could not be read: nothing may be changed then.
+  // kBare leaves taking over to the caller.
+  enum class ChangeStart { kFollows, kBare };
+  [[nodiscard]] bool BeginChange(ChangeStart start = ChangeStart::kFollows);
+  void EndChange();
+  // The last change was refused because another seat was at it.
+  [[nodiscard]] bool lock_refused() const { return lock_refused_; }
+  // In a batch that takes long, ends what was begun and begins anew, so that other seats get their
+  // turn. Nobody may keep the offset of a card across it.
+  void LetOthersIn();
+
+  // The card that this seat is editing: one at most. True when it is held now or was before.
+  bool LockCard(uint32_t card_offset);
+  void UnlockCard();
+  [[nodiscard]] bool holds_card_lock() const { return card_lock_ != nullptr; }
+  // True when no other seat edits the card.
+  [[nodiscard]] bool TestCardLock(uint32_t card_offset);
+
+  // Whether another seat has changed the directory since the address file was made or refreshed.
+  [[nodiscard]] bool ChangedByOthers();
+  // A refresh has taken the changes of other seats over.
+  void TookChangesOver() { changed_by_others_ = false; }
 
   // Ends one change: main file, indexes, address file, in this order. Nothing in a batch.
   void Commit();
 
  private:
+  OpenResult OpenStores(AddressMode mode, bool silent);
   OpenResult OpenMainFile();
   OpenResult CloseAfter(OpenResult result);
   bool OpenIndexes();
+  // Brings a change to its end that somebody left half-way, and makes the indexes anew.
+  bool SettleChange(const ChangeNote& note);
+  bool SettleAnyChange();
+  // Takes over what other seats have changed: main file, indexes, and the entries of the address
+  // file, which keep their marks as far as their cards can be told to be the same.
+  bool FollowOtherSeats();
+  void FollowIndex(const std::vector<IndexSlot>& former);
+  [[nodiscard]] EntrySlot EntryOfNewCard(const IndexSlot& slot);
+  void BeginBatch();
+  void EndBatch();
   // Loads both indexes; one that is missing or not whole, and with `counts_differ` any, is made
   // anew.
   bool TakeIndexes(bool counts_differ);
@@ -166,9 +212,37 @@ class Directory {
   bool selection_dirty_ = false;
   bool open_ = false;
   bool in_batch_ = false;
+  int change_depth_ = 0;
+  std::unique_ptr<RangeLock> change_lock_;
+  std::chrono::steady_clock::time_point change_begun_;
+  bool lock_refused_ = false;
+  bool changed_by_others_ = false;
+  std::unique_ptr<RangeLock> card_lock_;
+  uint32_t locked_card_ = 0;
   EntryChange last_inserted_;
   EntryChange last_removed_;
 };
+
+// One change, or several that belong together; false when it cannot begin (see BeginChange).
+class ChangeScope {
+ public:
+  explicit ChangeScope(Directory& directory,
+                       Directory::ChangeStart start = Directory::ChangeStart::kFollows)
+      : directory_(directory), begun_(directory.BeginChange(start)) {}
+  ~ChangeScope() {
+    if (begun_) directory_.EndChange();
+  }
+  ChangeScope(const ChangeScope&) = delete;
+  ChangeScope& operator=(const ChangeScope&) = delete;
+  [[nodiscard]] explicit operator bool() const { return begun_; }
+
+ private:
+  Directory& directory_;
+  bool begun_;
+};
+
+// Whether files in a seat's folder can be locked at all, tried with a file made and removed there.
+[[nodiscard]] bool SharingWorks(FileSystem& files, const std::string& shared_dir);
 
 // Counts the marks of the displayed group's entries, whatever the counter says.
 [[nodiscard]] int32_t CountMarks(const Directory& directory);

@@ -3,6 +3,7 @@
 namespace carnetel {
 namespace {
 
+constexpr size_t kStampDistance = MainHeader::kStampOffset - MainHeader::kCountOffset;
 constexpr size_t kAppendBufferSize = 64 * 1024 / kCardSize * kCardSize;
 
 // Whole cards in a file of `size` bytes, the header block left out.
@@ -113,8 +114,90 @@ bool DirectoryFile::FlushAppended() {
   return written;
 }
 
+// The time has whole seconds only: two seats that change the file within one of them must not come
+// to the same stamp, lest one takes the other's change for its own.
 void DirectoryFile::TakeStamp() {
-  if (!in_batch_) header_.set_stamp(static_cast<uint32_t>(file_->ModificationTime()));
+  if (in_batch_) return;
+  const auto now = static_cast<uint32_t>(file_->ModificationTime());
+  header_.set_stamp(shared_ ? std::max(now, stamp_on_disk_ + 1) : now);
+}
+
+void DirectoryFile::RenewStamp() {
+  TakeStamp();
+  WriteCountAndStamp();
+}
+
+uint32_t DirectoryFile::ReadStamp() {
+  std::array<std::byte, MainHeader::kSize> bytes{};
+  (void)file_->Read(0, bytes);
+  return LoadLe32(bytes, MainHeader::kStampOffset);
+}
+
+bool DirectoryFile::IsAsKnown() {
+  return ReadStamp() == stamp_on_disk_ && CardsIn(file_->Size()) == count_;
+}
+
+void DirectoryFile::Note(ChangeKind kind, uint32_t card_offset, uint32_t count) {
+  if (!shared_) return;
+  // A tail that a batch has not yet cut off would pass for what is put there.
+  const bool extends = kind == ChangeKind::kAdd || kind == ChangeKind::kGuard;
+  if (extends && !keeps_tail_ && file_->Size() > end_offset()) file_->Truncate(end_offset());
+  const auto card = card_offset / static_cast<uint32_t>(kCardSize);
+  file_->Write(kChangeNoteOffset, StoreNote({kind, card, count}));
+  // Adding harms nothing that is there; everything else has to be found by who comes later.
+  if (kind != ChangeKind::kAdd) file_->Sync();
+  noted_ = true;
+}
+
+void DirectoryFile::ClearNote() {
+  if (!noted_ || write_failed()) return;
+  file_->Write(kChangeNoteOffset, ChangeNoteBytes{});
+  noted_ = false;
+}
+
+std::optional<ChangeNote> DirectoryFile::NoteOnDisk() {
+  ChangeNoteBytes bytes{};
+  if (file_->Read(kChangeNoteOffset, bytes) != bytes.size()) return {};
+  return ReadNote(bytes);
+}
+
+// By number, from 1. Reads what lies behind the count too.
+void DirectoryFile::CopyCard(uint32_t from, uint32_t to) {
+  CardRecord card;
+  if (from == to || file_->Read(kCardSize * from, card.bytes()) != kCardSize) return;
+  file_->Write(kCardSize * to, card.bytes());
+}
+
+// Each of these may be cut short itself and is done again then.
+void DirectoryFile::Settle(const ChangeNote& note) {
+  const uint32_t cards = CardsIn(file_->Size());
+  uint32_t count = note.count;
+  const bool has_card = note.card > 0 && note.card <= cards;
+  switch (note.kind) {
+    case ChangeKind::kAdd:
+      count = cards;
+      break;
+    case ChangeKind::kGuard:
+      break;
+    case ChangeKind::kDelete:
+      if (cards > count && has_card) CopyCard(count + 1, note.card);
+      break;
+    case ChangeKind::kRewrite:
+      if (cards > count && has_card) CopyCard(count + 1, note.card);
+      break;
+    case ChangeKind::kReplace:
+      if (cards > count + 1 && has_card) CopyCard(count + 1, note.card);
+      [[fallthrough]];
+    case ChangeKind::kReplaced:
+      if (cards > count + 1) CopyCard(count + 2, count + 1);
+      ++count;
+      break;
+  }
+  count_ = std::min(count, CardsIn(file_->Size()));
+  file_->Sync();
+  if (file_->Size() > end_offset()) file_->Truncate(end_offset());
+  header_.set_card_count(static_cast<uint16_t>(count_));
+  noted_ = true;
 }
 
 void DirectoryFile::SetCount(uint32_t count) {
@@ -124,12 +207,15 @@ void DirectoryFile::SetCount(uint32_t count) {
   if (!in_batch_) WriteCountAndStamp();
 }
 
-void DirectoryFile::WriteCountAndStamp() {
-  constexpr size_t kStampDistance = MainHeader::kStampOffset - MainHeader::kCountOffset;
-  // The header tells where they lie, but never outside itself: behind it are cards.
+// The header tells where count and stamp lie, but never outside itself: behind it are cards.
+size_t DirectoryFile::CountPosition() const {
   const size_t told = header_.count_position();
   const size_t last = kCardSize - kStampDistance - sizeof(uint32_t);
-  const size_t count_at = told <= last ? told : MainHeader::kCountOffset;
+  return told <= last ? told : MainHeader::kCountOffset;
+}
+
+void DirectoryFile::WriteCountAndStamp() {
+  const size_t count_at = CountPosition();
   std::array<std::byte, 4> value;
   StoreLe16(value, 0, header_.card_count());
   file_->Write(count_at, std::span(value).first(2));

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "platform/file_system.h"
+#include "storage/change_note.h"
 #include "storage/main_header.h"
 
 namespace carnetel {
@@ -39,6 +40,25 @@ class DirectoryFile {
   // Sets the field count of a header that has another one, on disk too, and with `keep_existing`
   // false turns the file into an empty directory of the current version.
   void InitFieldTable(bool keep_existing);
+
+  // With several seats every change is noted in the file while it is under way, and no two changes
+  // have one stamp.
+  void set_shared(bool shared) { shared_ = shared; }
+  // Notes a change of the card at `card_offset` (0 for none), after which the file has `count`
+  // cards. Nothing without seats.
+  void Note(ChangeKind kind, uint32_t card_offset, uint32_t count);
+  // The change is whole: the note goes. A change that could not be written keeps its note.
+  void ClearNote();
+  // What a seat has left behind that died in a change.
+  [[nodiscard]] std::optional<ChangeNote> NoteOnDisk();
+  // Ends or takes back such a change; the note stays. The indexes are to be made anew.
+  void Settle(const ChangeNote& note);
+  // Whether the file has the stamp and the size that this object knows.
+  [[nodiscard]] bool IsAsKnown();
+  // The stamp in the file now.
+  [[nodiscard]] uint32_t ReadStamp();
+  // Gives the file a new stamp, so that other seats read everything again.
+  void RenewStamp();
 
   // Reads the 108 bytes again and corrects the count in the image from the size.
   bool ReadHeader();
@@ -76,6 +96,8 @@ class DirectoryFile {
   // seats take it for a change.
   void EndBatch();
 
+  // True while such a copy stands behind the last card.
+  [[nodiscard]] bool has_guard() const { return keeps_tail_; }
   // A copy of a card on the disk behind the last one, outside the count, as long as the object
   // lives: a change that is cut short half-way leaves it there, and the next opening counts it.
   class GuardCopy {
@@ -99,6 +121,8 @@ class DirectoryFile {
 
  private:
   void CorrectFieldCount();
+  [[nodiscard]] size_t CountPosition() const;
+  void CopyCard(uint32_t from, uint32_t to);
   bool FlushAppended();
   void WriteCountAndStamp();
 
@@ -109,6 +133,8 @@ class DirectoryFile {
   bool in_batch_ = false;
   bool changed_in_batch_ = false;
   bool keeps_tail_ = false;
+  bool shared_ = false;
+  bool noted_ = false;
   // Cards appended in a batch and not yet in the file, and where they go.
   std::vector<std::byte> appended_;
   uint32_t appended_offset_ = 0;

@@ -10,6 +10,7 @@ constexpr size_t kLastSlot = kSlotsPerPage - 1;
 }  // namespace
 
 bool KeyIndex::CheckKeyIndex(uint32_t card_end, bool counts_differ) {
+  was_written_ = false;
   file_ = files_->Open(path_, OpenMode::kReadWrite);
   const bool loaded = file_ != nullptr && image_.Load(*file_);
   if (!loaded || !IsWhole() || counts_differ) {
@@ -52,6 +53,7 @@ bool KeyIndex::CreateEmpty() {
 void KeyIndex::Flush(FlushTo to) {
   if (file_ == nullptr || !image_.dirty()) return;
   image_.Flush(*file_);
+  was_written_ = true;
   if (to == FlushTo::kDisk) file_->Sync();
 }
 

@@ -93,6 +93,8 @@ class KeyIndex {
   enum class FlushTo { kFile, kDisk };
   // Brings the file to what the image holds; with kDisk that is on the disk when this returns.
   void Flush(FlushTo to = FlushTo::kFile);
+  // Whether the file was changed since it was opened or made.
+  [[nodiscard]] bool was_written() const { return was_written_; }
   [[nodiscard]] bool write_failed() const { return file_ != nullptr && file_->write_failed(); }
 
  private:
@@ -149,6 +151,7 @@ class KeyIndex {
   std::unique_ptr<File> file_;
   FileImage image_;
   bool in_order_ = true;
+  bool was_written_ = false;
 };
 
 }  // namespace carnetel
