@@ -140,8 +140,11 @@ Directory* CliSession::Refuse() {
 
 Directory* CliSession::Open() {
   if (directory_ != nullptr) {
-    (void)RefreshIfChanged(*directory_, RefreshView::kWholeFile);
-    return directory_.get();
+    const bool behind = directory_->ChangedByOthers();
+    const bool refreshed = behind && RefreshIfChanged(*directory_, RefreshView::kWholeFile);
+    if (!behind || refreshed || !directory_->lock_refused()) return directory_.get();
+    Fail(std::string(LoadText(kHeldByOther)));
+    return nullptr;
   }
   const FamilyPaths* family = Family();
   if (family == nullptr) return nullptr;

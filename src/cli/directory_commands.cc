@@ -17,6 +17,8 @@ namespace {
 
 constexpr int kToBeDestroyed = 179;
 constexpr int kNoAccess = 43;
+constexpr int kHeldByOther = 177;
+constexpr std::chrono::milliseconds kCheckWait{5000};
 constexpr size_t kDescriptionLimit = kDescriptionSize - 1;
 
 // In the order in which `info` tells them.
@@ -113,6 +115,10 @@ int RunCheck(CliSession& session, const Arguments& /*arguments*/) {
   }
   // What a script changed so far counts, so it goes to the disk first.
   if (!session.TakeDirectory() || !session.CloseStores()) return kRefused;
+  // Another seat's change under way is no inconsistency.
+  const bool has_seat = session.options().seat != 0;
+  const auto held = has_seat ? HoldChanges(session.files(), family->Main(), kCheckWait) : nullptr;
+  if (has_seat && held == nullptr) return session.Fail(std::string(LoadText(kHeldByOther)));
   const std::vector<Finding> findings =
       CheckFamily(session.files(), *family, session.settings().key_field);
   for (const Finding& finding : findings) PrintFinding(session, finding);
@@ -139,6 +145,7 @@ int RunDescribe(CliSession& session, const Arguments& arguments) {
   if (arguments.Has("--private")) owner = static_cast<uint16_t>(seat);
   const ChangeScope change(*directory);
   if (change && directory->main().Describe(*description, owner)) return kDone;
+  if (directory->lock_refused()) return session.Fail(std::string(LoadText(kHeldByOther)));
   return session.Fail(FormatText(kNoAccess, directory->paths().Main()));
 }
 

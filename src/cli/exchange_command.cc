@@ -98,7 +98,7 @@ int TellInsertion(CliSession& session, const InsertionMessages& messages, uint32
 int Serve(CliSession& session, const ExchangeRequestJob& job) {
   Directory* directory = session.Open();
   if (directory == nullptr) return kRefused;
-  const uint32_t before = directory->main().count();
+  const int64_t before = directory->own_count();
   InsertionMessages messages(session);
   const int result = ServeExchangeRequest(*directory, job, messages);
   if (result == kExchangeRefused && directory->is_open()) {
@@ -115,7 +115,8 @@ int Serve(CliSession& session, const ExchangeRequestJob& job) {
     case ExchangeType::kInsert:
       break;
   }
-  return TellInsertion(session, messages, directory->main().count() - before, result);
+  return TellInsertion(session, messages, static_cast<uint32_t>(directory->own_count() - before),
+                       result);
 }
 
 int RunExchange(CliSession& session, const Arguments& arguments) {

@@ -83,14 +83,13 @@ std::unique_ptr<RangeLock> FileSystem::LockRange(const std::string& /*path*/, ui
 
 std::unique_ptr<RangeLock> WaitForRange(FileSystem& files, const std::string& path, uint64_t offset,
                                         uint64_t size, std::chrono::milliseconds wait) {
-  constexpr std::chrono::milliseconds kRetryEvery{5};
   const auto deadline = std::chrono::steady_clock::now() + wait;
   while (true) {
     std::unique_ptr<RangeLock> lock = files.LockRange(path, offset, size);
     if (lock != nullptr) return lock;
     const auto left = deadline - std::chrono::steady_clock::now();
     if (left <= left.zero()) return nullptr;
-    std::this_thread::sleep_for(std::min<std::chrono::nanoseconds>(left, kRetryEvery));
+    std::this_thread::sleep_for(std::min<std::chrono::nanoseconds>(left, kLockRetry));
   }
 }
 

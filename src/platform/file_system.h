@@ -88,6 +88,9 @@ class FileSystem {
                                                              uint64_t offset, uint64_t size);
 };
 
+// How often somebody who waits for a range looks whether it is free.
+inline constexpr std::chrono::milliseconds kLockRetry{5};
+
 // Tries again until `wait` is over; at least one try is made.
 [[nodiscard]] std::unique_ptr<RangeLock> WaitForRange(FileSystem& files, const std::string& path,
                                                       uint64_t offset, uint64_t size,

@@ -75,7 +75,11 @@ std::vector<uint32_t> MarkedCards(const Directory& directory) {
 }
 
 CardRemoval DeleteMarkedCards(Directory& directory) {
-  return DeleteCards(directory, MarkedCards(directory));
+  // Before that, other seats may have moved cards.
+  const ChangeScope change(directory);
+  const std::vector<uint32_t> marked = MarkedCards(directory);
+  if (!change) return {.held = static_cast<uint32_t>(marked.size())};
+  return DeleteCards(directory, marked);
 }
 
 }  // namespace carnetel

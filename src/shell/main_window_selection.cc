@@ -237,6 +237,13 @@ void MainWindowLogic::DeleteMarkedEntries() {
     uint32_t row = 0;
     bool stopped = !batch;
     while (!stopped && row < directory.address().entry_count() && directory.marked_count() > 0) {
+      const Directory::Turn turn = directory.LetOthersIn();
+      // Cards lie elsewhere now: the walk begins anew.
+      if (turn != Directory::Turn::kKept) row = 0, held = 0;
+      if (turn == Directory::Turn::kLost) {
+        held = 1;
+        break;
+      }
       const EntrySlot entry = directory.address().Entry(row);
       CardRecord card;
       if (!entry.bit(directory.selection_bit()) ||

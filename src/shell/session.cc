@@ -159,8 +159,10 @@ void Session::TakeOwnership() {
   const bool requested = std::exchange(private_requested_, false);
   if (!requested || directory_ == nullptr) return;
   const ChangeScope change(*directory_);
+  // Another seat may have been quicker.
+  if (!change || !directory_->main().ReadHeader()) return;
   MainHeader& header = directory_->main().header();
-  if (!change || header.owner() != 0) return;
+  if (header.owner() != 0) return;
   header.set_owner(static_cast<uint16_t>(workstation_number_));
   directory_->main().WriteHeader();
 }

@@ -84,9 +84,11 @@ bool RefreshAddressFile(Directory& directory, RefreshView view, bool quiet) {
 
 bool RefreshIfChanged(Directory& directory, RefreshView view) {
   if (!directory.ChangedByOthers()) return false;
-  if (!RefreshAddressFile(directory, view, true)) return false;
   // Other groups are left as they are, but the change is noticed once only.
-  directory.address().header().set_stamp(directory.main().stamp_on_disk());
+  const bool stays = view == RefreshView::kOtherGroup;
+  const uint32_t noticed = directory.main().ReadStamp();
+  if (!RefreshAddressFile(directory, view, true)) return false;
+  directory.address().header().set_stamp(stays ? noticed : directory.main().stamp_on_disk());
   directory.TookChangesOver();
   return true;
 }

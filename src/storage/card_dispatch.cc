@@ -31,7 +31,7 @@ int CardDispatch::WriteCard(uint32_t card_offset, IndexMode mode, int64_t* kept)
 
 int CardDispatch::Add(bool marked, uint32_t* entry_position) {
   DirectoryFile& main = directory_.main();
-  directory_.LetOthersIn();
+  if (directory_.LetOthersIn() == Directory::Turn::kLost) return -1;
   const ChangeScope change(directory_);
   if (!change || main.count() >= kMaxCards) return -1;
   main.Note(main.has_guard() ? ChangeKind::kReplaced : ChangeKind::kAdd, 0, main.count());

@@ -38,17 +38,22 @@ void Directory::ForEachCard(Visit visit) {
 }
 
 OpenResult Directory::OpenDirectory(AddressMode mode, bool silent) {
-  // There is nothing to lock before the file is made.
-  const bool locks = services_.files.Exists(paths_.Main());
-  if (locks && !BeginChange()) return OpenResult::kNoStore;
+  FileSystem& files = services_.files;
+  const bool is_new = !files.Exists(paths_.Main());
+  if (is_new && !options_.may_create) return OpenResult::kNoStore;
+  // There is nothing to lock before the file is there; who gets the lock first fills it.
+  if (is_new && is_shared() && files.Open(paths_.Main(), OpenMode::kCreateOrOpen) == nullptr) {
+    return OpenResult::kNoStore;
+  }
+  if (!BeginChange()) return OpenResult::kNoStore;
   main_.set_shared(is_shared());
-  const OpenResult result = OpenStores(mode, silent);
-  if (locks) EndChange();
+  const OpenResult result = OpenStores(mode, silent, is_new);
+  EndChange();
   return result;
 }
 
-OpenResult Directory::OpenStores(AddressMode mode, bool silent) {
-  const OpenResult result = OpenMainFile();
+OpenResult Directory::OpenStores(AddressMode mode, bool silent, bool is_new) {
+  const OpenResult result = OpenMainFile(is_new);
   if (!IsOpen(result)) return CloseAfter(result);
   const std::optional<ChangeNote> note = main_.NoteOnDisk();
   if (note && !SettleChange(*note)) return CloseAfter(OpenResult::kNoStore);
@@ -69,13 +74,12 @@ OpenResult Directory::CloseAfter(OpenResult result) {
   return result;
 }
 
-OpenResult Directory::OpenMainFile() {
+OpenResult Directory::OpenMainFile(bool is_new) {
   const std::string path = paths_.Main();
-  if (!services_.files.Exists(path)) {
-    if (!options_.may_create || !main_.Create(services_.files, path, MainHeader::Template())) {
-      return OpenResult::kNoStore;
-    }
-    return OpenResult::kCreated;
+  // Another seat may have made it a moment ago.
+  if (is_new && ReadStart(services_.files, path, 1).empty()) {
+    const bool made = main_.Create(services_.files, path, MainHeader::Template());
+    return made ? OpenResult::kCreated : OpenResult::kNoStore;
   }
   if (!main_.Open(services_.files, path)) return OpenResult::kNoStore;
   const std::optional<std::string> version = main_.header().Version();
@@ -100,10 +104,6 @@ bool Directory::OpenIndexes() {
   return true;
 }
 
-bool Directory::ReadStoresAgain() {
-  return main_.ReadHeader() && TakeIndexes(false);
-}
-
 bool Directory::TakeIndexes(bool counts_differ) {
   for (int number = 1; number <= 2; ++number) {
     KeyIndex& store = index(number);
@@ -119,6 +119,8 @@ bool Directory::TakeIndexes(bool counts_differ) {
 
 bool Directory::BuildKeyIndex(int number) {
   KeyIndex& store = index(number);
+  // Of a seat that dies in it nothing but this note would tell the others.
+  main_.Note(ChangeKind::kGuard, 0, main_.count());
   if (!store.CreateEmpty()) return false;
   const int key_field = number == 1 ? kSte1 : kNom;
   ForEachCard([&](uint32_t offset, const CardRecord& card) {
@@ -240,6 +242,7 @@ void Directory::CloseDirectory() {
   open_ = false;
   if (selection_dirty_) main_.SetModificationTime(services_.clock.Now());
   selection_dirty_ = false;
+  UnlockCard();
   CloseAfter(OpenResult::kOpened);
 }
 
@@ -266,6 +269,8 @@ void Directory::BeginBatch() {
 }
 
 void Directory::EndBatch() {
+  // The turn was lost: what the batch had is on the disk, and others may be at it.
+  if (!in_batch_) return;
   main_.EndBatch();
   in_batch_ = false;
   address_.header().set_stamp(main_.stamp_on_disk());

@@ -50,6 +50,8 @@ struct DirectoryOptions {
   bool may_create = true;
   // With seats: how long a change waits for another seat's to end.
   std::chrono::milliseconds lock_wait{5000};
+  // With seats: no batch keeps the others waiting for longer.
+  std::chrono::milliseconds longest_turn{500};
 };
 
 // The services of the surroundings that a directory works with.
@@ -109,8 +111,8 @@ class Directory {
   EntryChange& last_removed() { return last_removed_; }
 
   // Takes the main file and both indexes as they are on the disk, where another seat may have
-  // changed them. The address file stays as it was (storage/address_reorder.h brings it along).
-  // False when a store cannot be read.
+  // changed them or left a change half-way. The address file stays as it was
+  // (storage/address_reorder.h brings it along). False when a store cannot be read.
   bool ReadStoresAgain();
 
   // Makes the address file anew from the active index, without marks; with kNormal the groups,
@@ -150,8 +152,16 @@ class Directory {
   // The last change was refused because another seat was at it.
   [[nodiscard]] bool lock_refused() const { return lock_refused_; }
   // In a batch that takes long, ends what was begun and begins anew, so that other seats get their
-  // turn. Nobody may keep the offset of a card across it.
-  void LetOthersIn();
+  // turn.
+  enum class Turn {
+    kKept,   // the batch goes on as it was
+    kAgain,  // others may have changed something: no row and no offset of a card is good any more
+    kLost,   // another seat does not end its change, or a store cannot be read: nothing may change
+  };
+  Turn LetOthersIn();
+  // Cards of this directory but for what other seats have added and deleted since it was opened:
+  // differences of it tell what this seat has done.
+  [[nodiscard]] int64_t own_count() const { return int64_t{main_.count()} - count_by_others_; }
 
   // The card that this seat is editing: one at most. True when it is held now or was before.
   bool LockCard(uint32_t card_offset);
@@ -169,8 +179,9 @@ class Directory {
   void Commit();
 
  private:
-  OpenResult OpenStores(AddressMode mode, bool silent);
-  OpenResult OpenMainFile();
+  // `is_new`: there was no main file when the opening began.
+  OpenResult OpenStores(AddressMode mode, bool silent, bool is_new);
+  OpenResult OpenMainFile(bool is_new);
   OpenResult CloseAfter(OpenResult result);
   bool OpenIndexes();
   // Brings a change to its end that somebody left half-way, and makes the indexes anew.
@@ -217,6 +228,7 @@ class Directory {
   std::chrono::steady_clock::time_point change_begun_;
   bool lock_refused_ = false;
   bool changed_by_others_ = false;
+  int64_t count_by_others_ = 0;
   std::unique_ptr<RangeLock> card_lock_;
   uint32_t locked_card_ = 0;
   EntryChange last_inserted_;
@@ -243,6 +255,12 @@ class ChangeScope {
 
 // Whether files in a seat's folder can be locked at all, tried with a file made and removed there.
 [[nodiscard]] bool SharingWorks(FileSystem& files, const std::string& shared_dir);
+
+// Keeps every seat from changing the directory of a main file that is not open here, for as long as
+// the lock lives; null when a change under way did not end within `wait`.
+[[nodiscard]] std::unique_ptr<RangeLock> HoldChanges(FileSystem& files,
+                                                     const std::string& main_file,
+                                                     std::chrono::milliseconds wait);
 
 // Counts the marks of the displayed group's entries, whatever the counter says.
 [[nodiscard]] int32_t CountMarks(const Directory& directory);

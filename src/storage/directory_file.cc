@@ -95,6 +95,7 @@ size_t DirectoryFile::ReadCards(uint32_t offset, std::span<CardRecord> into) {
 
 bool DirectoryFile::WriteCard(uint32_t offset, const CardRecord& card) {
   changed_in_batch_ = true;
+  unsynced_ = true;
   const uint32_t appended_end = appended_offset_ + static_cast<uint32_t>(appended_.size());
   const bool extends = in_batch_ && (appended_.empty() || offset == appended_end);
   if (!extends || offset < end_offset()) {
@@ -139,26 +140,39 @@ bool DirectoryFile::IsAsKnown() {
 
 void DirectoryFile::Note(ChangeKind kind, uint32_t card_offset, uint32_t count) {
   if (!shared_) return;
+  const bool adds = kind == ChangeKind::kAdd;
+  // Added cards are counted by the size of the file: one note does for a row of them.
+  if (in_batch_ && adds && noted_ == kind) return;
+  // The change before must be on the disk before its note goes.
+  if (in_batch_ && unsynced_) SyncCards();
   // A tail that a batch has not yet cut off would pass for what is put there.
-  const bool extends = kind == ChangeKind::kAdd || kind == ChangeKind::kGuard;
+  const bool extends = adds || kind == ChangeKind::kGuard;
   if (extends && !keeps_tail_ && file_->Size() > end_offset()) file_->Truncate(end_offset());
-  const auto card = card_offset / static_cast<uint32_t>(kCardSize);
-  file_->Write(kChangeNoteOffset, StoreNote({kind, card, count}));
+  WriteNote({kind, card_offset / static_cast<uint32_t>(kCardSize), count});
   // Adding harms nothing that is there; everything else has to be found by who comes later.
-  if (kind != ChangeKind::kAdd) file_->Sync();
-  noted_ = true;
+  if (!adds) SyncCards();
+}
+
+void DirectoryFile::WriteNote(const ChangeNote& note) {
+  file_->Write(kChangeNoteOffset, StoreNote(note));
+  noted_ = note.kind;
 }
 
 void DirectoryFile::ClearNote() {
   if (!noted_ || write_failed()) return;
   file_->Write(kChangeNoteOffset, ChangeNoteBytes{});
-  noted_ = false;
+  noted_.reset();
 }
 
 std::optional<ChangeNote> DirectoryFile::NoteOnDisk() {
   ChangeNoteBytes bytes{};
   if (file_->Read(kChangeNoteOffset, bytes) != bytes.size()) return {};
   return ReadNote(bytes);
+}
+
+bool DirectoryFile::SyncCards() {
+  unsynced_ = false;
+  return file_->Sync();
 }
 
 // By number, from 1. Reads what lies behind the count too.
@@ -170,9 +184,10 @@ void DirectoryFile::CopyCard(uint32_t from, uint32_t to) {
 
 // Each of these may be cut short itself and is done again then.
 void DirectoryFile::Settle(const ChangeNote& note) {
+  noted_ = note.kind;
   const uint32_t cards = CardsIn(file_->Size());
+  const bool has_copy = cards > note.count && note.card > 0 && note.card <= cards;
   uint32_t count = note.count;
-  const bool has_card = note.card > 0 && note.card <= cards;
   switch (note.kind) {
     case ChangeKind::kAdd:
       count = cards;
@@ -180,24 +195,33 @@ void DirectoryFile::Settle(const ChangeNote& note) {
     case ChangeKind::kGuard:
       break;
     case ChangeKind::kDelete:
-      if (cards > count && has_card) CopyCard(count + 1, note.card);
-      break;
     case ChangeKind::kRewrite:
-      if (cards > count && has_card) CopyCard(count + 1, note.card);
+      if (has_copy) CopyCard(count + 1, note.card);
       break;
     case ChangeKind::kReplace:
-      if (cards > count + 1 && has_card) CopyCard(count + 1, note.card);
-      [[fallthrough]];
     case ChangeKind::kReplaced:
-      if (cards > count + 1) CopyCard(count + 2, count + 1);
+      SettleReplacement(note);
       ++count;
       break;
   }
   count_ = std::min(count, CardsIn(file_->Size()));
-  file_->Sync();
+  SyncCards();
   if (file_->Size() > end_offset()) file_->Truncate(end_offset());
   header_.set_card_count(static_cast<uint16_t>(count_));
-  noted_ = true;
+}
+
+// The last card goes into the place of the old one, then the copy into the place of the last. From
+// there on the first step must not be done again, or the copy would go over the card just moved.
+void DirectoryFile::SettleReplacement(const ChangeNote& note) {
+  const uint32_t cards = CardsIn(file_->Size());
+  if (cards <= note.count + 1) return;
+  if (note.kind == ChangeKind::kReplace) {
+    if (note.card > 0 && note.card <= cards) CopyCard(note.count + 1, note.card);
+    SyncCards();
+    WriteNote({ChangeKind::kReplaced, 0, note.count});
+    SyncCards();
+  }
+  CopyCard(note.count + 2, note.count + 1);
 }
 
 void DirectoryFile::SetCount(uint32_t count) {
@@ -227,7 +251,7 @@ void DirectoryFile::WriteCountAndStamp() {
 void DirectoryFile::Finish() {
   if (in_batch_) return;
   // The cut must not reach the disk before the card that was moved from behind it.
-  if (!file_->Sync() || keeps_tail_) return;
+  if (!SyncCards() || keeps_tail_) return;
   if (file_->Size() > end_offset()) file_->Truncate(end_offset());
 }
 
@@ -247,7 +271,7 @@ void DirectoryFile::EndBatch() {
 }
 
 DirectoryFile::GuardCopy::GuardCopy(DirectoryFile& file, const CardRecord& card)
-    : file_(file), written_(file.WriteCard(file.end_offset(), card) && file.file_->Sync()) {
+    : file_(file), written_(file.WriteCard(file.end_offset(), card) && file.SyncCards()) {
   file_.keeps_tail_ = written_;
 }
 

@@ -45,7 +45,7 @@ class DirectoryFile {
   // have one stamp.
   void set_shared(bool shared) { shared_ = shared; }
   // Notes a change of the card at `card_offset` (0 for none), after which the file has `count`
-  // cards. Nothing without seats.
+  // cards behind its changed part. Nothing without seats.
   void Note(ChangeKind kind, uint32_t card_offset, uint32_t count);
   // The change is whole: the note goes. A change that could not be written keeps its note.
   void ClearNote();
@@ -122,7 +122,10 @@ class DirectoryFile {
  private:
   void CorrectFieldCount();
   [[nodiscard]] size_t CountPosition() const;
+  void WriteNote(const ChangeNote& note);
+  void SettleReplacement(const ChangeNote& note);
   void CopyCard(uint32_t from, uint32_t to);
+  bool SyncCards();
   bool FlushAppended();
   void WriteCountAndStamp();
 
@@ -134,7 +137,10 @@ class DirectoryFile {
   bool changed_in_batch_ = false;
   bool keeps_tail_ = false;
   bool shared_ = false;
-  bool noted_ = false;
+  // What the note in the file is about, as long as it stands there.
+  std::optional<ChangeKind> noted_;
+  // Cards were written since the last Sync.
+  bool unsynced_ = false;
   // Cards appended in a batch and not yet in the file, and where they go.
   std::vector<std::byte> appended_;
   uint32_t appended_offset_ = 0;

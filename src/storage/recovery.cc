@@ -21,11 +21,12 @@ Recovery RecoverCards(Directory& directory, const std::string& path) {
   if (file == nullptr) return recovery;
   recovery.read = true;
   const uint64_t count = CardsToRecover(file->Size());
-  const uint32_t before = directory.main().count();
+  const int64_t before = directory.own_count();
   ProgressBox& progress = directory.progress();
   progress.Open(ProgressForm::kTransfer, static_cast<uint32_t>(count));
   {
     const Directory::Batch batch(directory);
+    recovery.failed = !batch;
     for (uint64_t n = 1; n <= count && !recovery.stopped && !recovery.failed; ++n) {
       CardRecord& card = directory.context().current;
       card.Clear();
@@ -37,7 +38,7 @@ Recovery RecoverCards(Directory& directory, const std::string& path) {
     }
   }
   // A write that fails when the batch ends takes cards with it that were added before.
-  const uint32_t added = directory.main().count() - before;
+  const auto added = static_cast<uint32_t>(directory.own_count() - before);
   recovery.failed = recovery.failed || added < recovery.added;
   recovery.added = added;
   directory.CloseListView();

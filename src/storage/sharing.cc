@@ -1,6 +1,7 @@
 // What an open directory does when several seats share it: one change at a time, each on top of
 // what the others have changed, and a card that one seat edits left alone by the others.
 #include <algorithm>
+#include <thread>
 #include <unordered_map>
 
 #include "storage/directory.h"
@@ -10,8 +11,6 @@ namespace {
 
 // Far behind the last byte that a card can have, within what every network file system can lock.
 constexpr uint64_t kChangeLockOffset = 0x7FFFFF00;
-// No batch keeps the other seats waiting for longer.
-constexpr std::chrono::milliseconds kLongestTurn{500};
 
 using SlotsByOffset = std::unordered_map<uint32_t, const IndexSlot*>;
 
@@ -20,6 +19,16 @@ SlotsByOffset ByOffset(const std::vector<IndexSlot>& slots) {
   found.reserve(slots.size());
   for (const IndexSlot& slot : slots) found.emplace(slot.card_offset, &slot);
   return found;
+}
+
+bool SameSlot(const IndexSlot& a, const IndexSlot& b) {
+  return a.card_offset == b.card_offset && SameKey(a.key, b.key);
+}
+
+// Whether the same card lies at the same place, as far as its key can tell.
+bool Holds(const SlotsByOffset& slots, const IndexSlot& slot) {
+  const auto there = slots.find(slot.card_offset);
+  return there != slots.end() && SameKey(there->second->key, slot.key);
 }
 
 std::vector<IndexSlot> UsedSlots(const KeyIndex& index) {
@@ -33,13 +42,11 @@ std::vector<IndexSlot> UsedSlots(const KeyIndex& index) {
 bool Directory::BeginChange(ChangeStart start) {
   if (!is_shared()) return true;
   if (change_depth_ == 0) {
-    change_lock_ =
-        WaitForRange(services_.files, paths_.Main(), kChangeLockOffset, 1, options_.lock_wait);
+    change_lock_ = HoldChanges(services_.files, paths_.Main(), options_.lock_wait);
     lock_refused_ = change_lock_ == nullptr;
     if (lock_refused_) return false;
     change_begun_ = std::chrono::steady_clock::now();
-    const bool bare = start == ChangeStart::kBare;
-    if (open_ && !(bare ? SettleAnyChange() : FollowOtherSeats())) {
+    if (open_ && start == ChangeStart::kFollows && !FollowOtherSeats()) {
       change_lock_.reset();
       return false;
     }
@@ -50,17 +57,28 @@ bool Directory::BeginChange(ChangeStart start) {
 
 void Directory::EndChange() {
   if (change_depth_ == 0 || --change_depth_ > 0) return;
-  if (main_.is_open()) main_.ClearNote();
+  // An index that could not be written is made anew by who finds the note.
+  const bool indexed = !index(1).write_failed() && !index(2).write_failed();
+  if (main_.is_open() && indexed) main_.ClearNote();
   change_lock_.reset();
 }
 
-void Directory::LetOthersIn() {
+Directory::Turn Directory::LetOthersIn() {
   // Only between two cards of a batch: nothing is half done then.
-  if (!is_shared() || !in_batch_ || change_depth_ != 1 || main_.has_guard()) return;
-  if (std::chrono::steady_clock::now() - change_begun_ < kLongestTurn) return;
+  if (!is_shared() || !in_batch_ || change_depth_ != 1 || main_.has_guard()) return Turn::kKept;
+  if (std::chrono::steady_clock::now() - change_begun_ < options_.longest_turn) return Turn::kKept;
   EndBatch();
   EndChange();
-  if (BeginChange()) BeginBatch();
+  // Who waits looks every few milliseconds.
+  std::this_thread::sleep_for(2 * kLockRetry);
+  if (!BeginChange()) return Turn::kLost;
+  BeginBatch();
+  return Turn::kAgain;
+}
+
+std::unique_ptr<RangeLock> HoldChanges(FileSystem& files, const std::string& main_file,
+                                       std::chrono::milliseconds wait) {
+  return WaitForRange(files, main_file, kChangeLockOffset, 1, wait);
 }
 
 bool SharingWorks(FileSystem& files, const std::string& shared_dir) {
@@ -109,11 +127,21 @@ bool Directory::SettleAnyChange() {
   return !note || (main_.ReadHeader() && SettleChange(*note));
 }
 
+bool Directory::ReadStoresAgain() {
+  const int64_t count = main_.count();
+  if (!SettleAnyChange() || !main_.ReadHeader() || !TakeIndexes(false)) return false;
+  count_by_others_ += main_.count() - count;
+  // Other seats hold the indexes as they were.
+  const bool mended = index(1).was_written() || index(2).was_written();
+  if (is_shared() && mended) main_.RenewStamp();
+  return true;
+}
+
 bool Directory::FollowOtherSeats() {
   if (!main_.NoteOnDisk() && main_.IsAsKnown()) return true;
   changed_by_others_ = true;
   const std::vector<IndexSlot> former = UsedSlots(active_index());
-  if (!SettleAnyChange() || !ReadStoresAgain()) return false;
+  if (!ReadStoresAgain()) return false;
   FollowIndex(former);
   return true;
 }
@@ -121,23 +149,25 @@ bool Directory::FollowOtherSeats() {
 // A card that lies where it lay under the key it had is the same one. One that was moved into the
 // place of a deleted card has the key of one that is not at its former place any more.
 void Directory::FollowIndex(const std::vector<IndexSlot>& former) {
-  if (address_.CheckAddressFile(active_index(), main_.count())) return;
+  const std::vector<IndexSlot> present = UsedSlots(active_index());
+  const bool same_order = std::ranges::equal(former, present, SameSlot);
+  if (same_order && address_.CheckAddressFile(active_index(), main_.count())) return;
   const SlotsByOffset former_slots = ByOffset(former);
+  const SlotsByOffset present_slots = ByOffset(present);
   std::unordered_map<uint32_t, EntrySlot> former_entries;
   for (const EntrySlot& entry : address_.Entries()) {
     former_entries.emplace(entry.card_offset(), entry);
   }
   std::unordered_multimap<std::string, uint32_t> moved;
   for (const IndexSlot& slot : former) {
-    if (slot.card_offset >= main_.end_offset()) {
+    if (!Holds(present_slots, slot)) {
       moved.emplace(std::string(KeyView(slot.key)), slot.card_offset);
     }
   }
   std::vector<EntrySlot> entries;
-  active_index().ForEachUsed([&](const IndexSlot& slot) {
-    const auto same = former_slots.find(slot.card_offset);
+  for (const IndexSlot& slot : present) {
     uint32_t known_at = 0;
-    if (same != former_slots.end() && SameKey(same->second->key, slot.key)) {
+    if (Holds(former_slots, slot)) {
       known_at = slot.card_offset;
     } else if (const auto from = moved.find(std::string(KeyView(slot.key))); from != moved.end()) {
       known_at = from->second;
@@ -146,7 +176,7 @@ void Directory::FollowIndex(const std::vector<IndexSlot>& former) {
     const auto entry = former_entries.find(known_at);
     entries.push_back(entry != former_entries.end() ? entry->second : EntryOfNewCard(slot));
     entries.back().set_card_offset(slot.card_offset);
-  });
+  }
   address_.TakeEntries(entries, active_index());
   marked_count_ = CountMarks(*this);
   address_.Flush();

@@ -94,12 +94,26 @@ bool UpgradeMainFile(FileSystem& files, const std::string& path) {
   return false;
 }
 
+namespace {
+
+// One seat alone: cards that were converted already would be spoilt by a second time.
+bool UpgradeOnce(Directory& directory) {
+  const ChangeScope change(directory);
+  if (!change) return false;
+  const std::string path = directory.paths().Main();
+  const std::optional<MainHeader> header = ReadMainHeader(directory.files(), path);
+  const bool is_done = directory.is_shared() && header && header->Version() >= kMainVersion;
+  return is_done || UpgradeMainFile(directory.files(), path);
+}
+
+}  // namespace
+
 OpenResult OpenUpgrading(Directory& directory, bool* upgraded) {
   OpenResult result = directory.OpenDirectory();
   const bool older = result == OpenResult::kOlderVersion;
   if (upgraded != nullptr) *upgraded = older;
   if (!older) return result;
-  if (!UpgradeMainFile(directory.files(), directory.paths().Main())) return OpenResult::kNoStore;
+  if (!UpgradeOnce(directory)) return OpenResult::kNoStore;
   return directory.OpenDirectory();
 }
 

@@ -12,6 +12,7 @@ namespace {
 constexpr int kNoAccess = 43;
 constexpr int kImportTitle = 92;
 constexpr int kWriteError = 94;
+constexpr int kHeldByOther = 177;
 constexpr int kReadError = 95;
 constexpr int kNotDbase = 159;
 
@@ -155,6 +156,7 @@ enum class PassEnd { kDone, kAborted, kNotAdded };
 PassEnd AddCards(Directory& directory, TableReader& table, const DbaseMapping& mapping,
                  CharacterSet charset) {
   const Directory::Batch batch(directory);
+  if (!batch) return PassEnd::kNotAdded;
   CardDispatch dispatch(directory);
   CardRecord& card = directory.context().current;
   const int key_field = directory.active_index_number() == 1 ? kSte1 : kNom;
@@ -173,16 +175,18 @@ PassEnd AddCards(Directory& directory, TableReader& table, const DbaseMapping& m
 TransferOutcome ImportRecords(Directory& directory, ReadableFile& source, const DbaseHeader& header,
                               const DbaseMapping& mapping, CharacterSet charset) {
   TableReader table(source, header);
-  const uint32_t before = directory.main().count();
+  const int64_t before = directory.own_count();
   directory.progress().Open(ProgressForm::kTransfer, header.record_count());
   const PassEnd end = AddCards(directory, table, mapping, charset);
   TransferOutcome outcome;
   if (directory.write_failed()) {
     outcome = Failed(kWriteError, directory.paths().Main());
+  } else if (end == PassEnd::kNotAdded && directory.lock_refused()) {
+    outcome = Failed(kHeldByOther, directory.paths().Main());
   } else {
     outcome.directory_full = end == PassEnd::kNotAdded && directory.main().count() >= kMaxCards;
   }
-  outcome.cards = directory.main().count() - before;
+  outcome.cards = static_cast<uint32_t>(directory.own_count() - before);
   outcome.aborted = end == PassEnd::kAborted;
   directory.progress().Close();
   return outcome;

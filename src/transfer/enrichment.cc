@@ -67,18 +67,19 @@ bool EnrichmentForm::AddEdited(CardRecord card) {
 
 void EnrichmentForm::RunSilently(
     const std::function<bool(const std::string& company)>& show_and_ask_stop) {
-  const uint32_t before = directory_.main().count();
+  const int64_t before = directory_.own_count();
   const int32_t added_before = added_;
   {
     const Directory::Batch batch(directory_);
-    bool stop = false;
+    failed_ = failed_ || !batch;
+    bool stop = !batch;
     while (!stop && Next()) {
       stop = show_and_ask_stop(Company());
       Add();
     }
   }
   // A write that fails when the batch ends takes cards with it that were added before.
-  added_ = added_before + static_cast<int32_t>(directory_.main().count() - before);
+  added_ = added_before + static_cast<int32_t>(directory_.own_count() - before);
 }
 
 void EnrichmentForm::Finish() {

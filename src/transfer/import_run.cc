@@ -7,6 +7,7 @@ namespace {
 
 constexpr int kImportTitle = 92;
 constexpr int kWriteError = 94;
+constexpr int kHeldByOther = 177;
 
 enum class PassEnd { kDone, kAborted, kFailed };
 
@@ -14,6 +15,7 @@ enum class PassEnd { kDone, kAborted, kFailed };
 // filed under its other key field.
 PassEnd AddCards(Directory& directory, const NextCard& next) {
   const Directory::Batch batch(directory);
+  if (!batch) return PassEnd::kFailed;
   CardDispatch dispatch(directory);
   CardRecord& card = directory.context().current;
   card.Clear();
@@ -45,16 +47,17 @@ std::unique_ptr<Directory> OpenDestination(const DirectoryServices& services,
 }
 
 TransferOutcome ImportCards(Directory& destination, uint32_t total, const NextCard& next) {
-  const uint32_t before = destination.main().count();
+  const int64_t before = destination.own_count();
   destination.progress().Open(ProgressForm::kTransfer, total);
   const PassEnd end = AddCards(destination, next);
   TransferOutcome outcome;
   // A write that fails when the batch ends takes cards with it that were added before.
   if (end == PassEnd::kFailed || destination.write_failed()) {
-    outcome = FailedImport(kWriteError, destination.paths().Main());
+    const bool held = destination.lock_refused();
+    outcome = FailedImport(held ? kHeldByOther : kWriteError, destination.paths().Main());
     outcome.directory_full = end == PassEnd::kFailed && destination.main().count() >= kMaxCards;
   }
-  outcome.cards = destination.main().count() - before;
+  outcome.cards = static_cast<uint32_t>(destination.own_count() - before);
   outcome.aborted = end == PassEnd::kAborted;
   destination.progress().Close();
   return outcome;
