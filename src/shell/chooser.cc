@@ -7,6 +7,7 @@
 #include "shell/description.h"
 #include "shell/directory_chooser.h"
 #include "shell/search_form.h"
+#include "storage/address_reorder.h"
 #include "storage/directory_file.h"
 
 namespace carnetel {
@@ -68,7 +69,10 @@ void ChooserLogic::ReloadAfterOpen() {
   // A look-up for the caller may have chosen the current card just before.
   pickers_.SetDirectory(directory, Pickers::Position::kOfAddressFile);
   ShowPickers();
-  if (directory != nullptr) view_.SetRecents(recents_.Rebuild());
+  if (directory != nullptr) {
+    (void)RefreshIfChanged(*directory, RefreshView::kWholeFile);
+    view_.SetRecents(recents_.Rebuild());
+  }
   if (session_.TakeListPositionRestore()) list_.RestorePositionAtNextRefill();
   ShowTitles();
   list_.ListRefill(kAllLetters);

@@ -18,6 +18,9 @@
 
 namespace carnetel {
 
+// How often the window looks, at the most, what other seats have changed.
+inline constexpr int64_t kSecondsBetweenSeatChecks = 10;
+
 // What the main window asks of its widgets, besides the form's part.
 class MainWindowView : public CardFormView {
  public:

@@ -43,6 +43,7 @@ int32_t RunRole(Session& session, RoleWindows& windows) {
 }  // namespace
 
 void RunSession(Session& session, RoleWindows& windows, const CallerNotifier& caller) {
+  if (session.sharing_failed()) return;
   bool fell_back = false;
   const bool opened = session.OpenAtStart(&fell_back);
   if (opened || session.role().command == kRoleMainWindow) {

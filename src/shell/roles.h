@@ -26,7 +26,8 @@ class RoleWindows {
 
 // Opens the directory and runs the session's role. The role closes its stores, then the caller is
 // told, then the profile notes the directory, whatever the role was. Without a directory every role
-// but the main window is left out, and nobody is told.
+// but the main window is left out, and nobody is told. Nothing at all is done when files cannot be
+// shared among seats: the user knows by then.
 void RunSession(Session& session, RoleWindows& windows, const CallerNotifier& caller);
 
 // Roles 6, 7 and 8, on the session's open directory. `*chooser_follows`: the request was not

@@ -60,7 +60,13 @@ void MainWindow::Run(int command) {
   logic_.Dispatch(command);
 }
 
+// Nothing may change under a dialog or a long loop; there is a next time.
+void MainWindow::OfferSeatCheck() {
+  if (!busy_.IsBusy() && QApplication::activeModalWidget() == nullptr) logic_.ListPainted();
+}
+
 void MainWindow::ConnectList() {
+  connect(list_, &CardListView::painted, this, &MainWindow::OfferSeatCheck);
   connect(list_, &CardListView::currentRowChanged, this,
           [this](int row) { logic_.list().SetCurrentRow(row); });
   connect(list_, &CardListView::rowClicked, this, [this](int row, Qt::KeyboardModifiers keys) {
@@ -121,6 +127,9 @@ void MainWindow::Start() {
   if (logic_.list().not_loaded_count() > 0) {
     QTimer::singleShot(0, this, [this] { logic_.TellNotLoaded(); });
   }
+  if (!session_.lan_on()) return;
+  connect(&seat_timer_, &QTimer::timeout, this, &MainWindow::OfferSeatCheck);
+  seat_timer_.start(std::chrono::seconds(kSecondsBetweenSeatChecks));
 }
 
 bool MainWindow::Quit() {

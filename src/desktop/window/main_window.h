@@ -7,6 +7,7 @@
 #include <QMainWindow>
 #include <QMap>
 #include <QPointer>
+#include <QTimer>
 
 #include "desktop/controls/beeper.h"
 #include "desktop/controls/bubble_button.h"
@@ -72,6 +73,7 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   void SetTabOrders();
   // Runs a command or a tab under the wait cursor; boxes that open meanwhile have the arrow.
   void Run(int command);
+  void OfferSeatCheck();
   void ConnectList();
   void ConnectForm();
   void FocusMoved(QWidget* to);
@@ -137,6 +139,8 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   BubbleTip* tip_ = nullptr;
   QPointer<Consultation> consultation_;
   Beeper beep_ = SystemBeep;
+  // With several seats: the list of a window that nobody touches is not painted by itself.
+  QTimer seat_timer_;
   bool ended_ = false;
 };
 
