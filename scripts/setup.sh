@@ -3,21 +3,22 @@
 # everything is there, neither apt nor the network is touched.
 #
 #   scripts/setup.sh            what ./run.sh needs
-#   scripts/setup.sh --test     and what ./test.sh needs to try printing: a reader of PDF files and,
-#                               for root, a print server with a printer that makes them
+#   scripts/setup.sh --test     and what ./test.sh needs to try the end of a desktop's session, and
+#                               printing: a reader of PDF files and, for root, a print server with
+#                               a printer that makes them
 #   scripts/setup.sh --bench    and what the preset bench needs
 #   scripts/setup.sh --clang    and what the presets tidy and fuzz need
 set -euo pipefail
 
 packages=(build-essential cmake ninja-build ccache pkg-config git python3 clang-format
   libcli11-dev libfmt-dev libhpdf-dev nlohmann-json3-dev libgtest-dev libgmock-dev libshp-dev
-  qt6-base-dev qt6-svg-dev qt6-translations-l10n fonts-dejavu-core xvfb xauth xdotool)
+  libxcb1-dev qt6-base-dev qt6-svg-dev qt6-translations-l10n fonts-dejavu-core xvfb xauth xdotool)
 # Without these the tests still run, but for those that need them.
 extras=()
 for option in "$@"; do
   case $option in
     --test)
-      extras+=(poppler-utils)
+      extras+=(libsm-dev poppler-utils)
       # Nobody else may run the test that these are for.
       [ "$(id -u)" -ne 0 ] || extras+=(cups printer-driver-cups-pdf)
       ;;

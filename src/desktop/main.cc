@@ -1,7 +1,6 @@
 // The program `carnetel`: one command line, one role, one exit.
 #include <QApplication>
 #include <QLibraryInfo>
-#include <QSessionManager>
 #include <QTranslator>
 #include <algorithm>
 #include <iostream>
@@ -9,11 +8,11 @@
 #include "desktop/controls/faces.h"
 #include "desktop/controls/window_messages.h"
 #include "desktop/controls/window_progress.h"
-#include "desktop/window/main_window.h"
-#include "desktop/window/system_signals.h"
+#include "desktop/roles/run_windows.h"
 #include "platform/instance_guard.h"
 #include "platform/posix_file_system.h"
-#include "shell/caller_notifier.h"
+#include "platform/program_start.h"
+#include "shell/start_command.h"
 
 namespace carnetel::desktop {
 namespace {
@@ -26,22 +25,11 @@ int ListCapacity(const Session& session, const UserProfile& profile) {
   return std::clamp(profile.Int(LoadText(231), "ListCapacity", kMostRows), 0, kMostRows);
 }
 
-void RunMainWindow(QApplication& application, Session& session, BusyState& busy, int capacity) {
-  MainWindow window(session, busy, capacity);
-  QObject::connect(&window, &MainWindow::ended, &application, &QApplication::quit);
-  // A signal ends the window as the command to quit does, without its question.
-  const SystemSignals signals_of_system;
-  QObject::connect(&signals_of_system, &SystemSignals::endRequested, &window,
-                   &MainWindow::QuitUnasked);
-  // Whatever role runs, a desktop that shuts down has to wait for it.
-  QObject::connect(&application, &QGuiApplication::commitDataRequest, &window,
-                   [&session](QSessionManager& manager) {
-                     session.services().messages.ShowMessage(MessageStyle::kError, 51, 264);
-                     manager.cancel();
-                   });
-  window.Start();
-  window.show();
-  QApplication::exec();
+CallerNotifier NotifierOf(const StartupRequest& request, const Environment& environment) {
+  return {request.caller_window, std::cout, environment,
+          [](uint32_t window, int message, int32_t w_param, int32_t l_param) {
+            CallerWindow(window).Send(message, w_param, l_param);
+          }};
 }
 
 int Run(int argc, char** argv) {
@@ -68,16 +56,14 @@ int Run(int argc, char** argv) {
   UserProfile profile(files, ProfilePath(environment));
   const std::string home = HomeFolder(files, environment, ExecutableFolder());
   files.MakeFolder(home);
-  Session session({files, clock, progress, messages, profile}, request, home);
+  const auto start_program = [&files](const std::string& command_line) {
+    return StartCommand(files, command_line, StartProgram);
+  };
+  Session session({files, clock, progress, messages, profile, start_program}, request, home);
   session.SetDebugLine(DebugLineFor(environment));
   session.Start();
-  bool fell_back = false;
-  (void)session.OpenAtStart(&fell_back);
-  if (session.role().command == kRoleMainWindow) {
-    RunMainWindow(application, session, busy, ListCapacity(session, profile));
-  }
-  // Also when the opening failed for a role that runs nothing then and tells nobody.
-  session.Exit();
+  RunWindows windows(session, busy, ListCapacity(session, profile));
+  RunSession(session, windows, NotifierOf(request, environment));
   return 0;
 }
 

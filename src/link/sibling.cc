@@ -165,7 +165,7 @@ void CallSibling(Directory& directory, const SiblingApps& apps, const SiblingCal
 
 bool LaunchProgram(const std::string& command_line, MessageForm& messages,
                    const ProgramStarter& start) {
-  if (start(command_line)) return true;
+  if (start && start(command_line)) return true;
   messages.ShowMessage(MessageStyle::kError, kErrorTitle, kCannotStart,
                        command_line.substr(0, command_line.find(' ')));
   return false;

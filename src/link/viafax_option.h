@@ -22,7 +22,8 @@ class ViafaxOptionForm {
   [[nodiscard]] ViafaxSubject subject() const { return subject_; }
   void set_subject(ViafaxSubject subject) { subject_ = subject; }
   // The choice of the shown set; each set keeps its own.
-  [[nodiscard]] int option() const { return choices_[static_cast<size_t>(subject_)]; }
+  [[nodiscard]] int option() const { return option(subject_); }
+  [[nodiscard]] int option(ViafaxSubject of) const { return choices_[static_cast<size_t>(of)]; }
   // An option of the shown set.
   void Choose(int option);
 

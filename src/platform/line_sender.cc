@@ -1,9 +1,16 @@
 #include "platform/line_sender.h"
 
 #include <fcntl.h>
+#include <signal.h>
 #include <unistd.h>
 
 namespace carnetel {
+
+BrokenPipeGuard::BrokenPipeGuard() : former_(::signal(SIGPIPE, SIG_IGN)) {}
+
+BrokenPipeGuard::~BrokenPipeGuard() {
+  ::signal(SIGPIPE, former_);
+}
 
 bool SendLine(const std::string& path, const std::string& line) {
   const int descriptor =

@@ -9,6 +9,7 @@ namespace carnetel {
 
 void CallerNotifier::NotifyCaller(int message, int32_t w_param, int32_t l_param) const {
   if (caller_window_ == 0) return;
+  const BrokenPipeGuard guard;
   const std::string line = FormatPrintf("%d %d %d", {message, w_param, l_param});
   output_ << line << std::endl;
   const std::string path = environment_("CARNETEL_NOTIFY");

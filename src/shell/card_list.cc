@@ -73,7 +73,7 @@ void CardList::WalkEntries(uint32_t start, uint32_t stop) {
     EntrySlot entry = address.Entry(row);
     mirror_.Append(entry.card_offset());
     if (position < start) continue;
-    if (directory_->group_bit() == kWholeFileBit && !entry.bit(kWholeFileBit)) {
+    if (!number_filter_ && directory_->group_bit() == kWholeFileBit && !entry.bit(kWholeFileBit)) {
       entry.set_bit(kWholeFileBit, true);
       address.SetEntry(row, entry);
     }

@@ -4,10 +4,10 @@
 
 #include "base/code_page.h"
 #include "base/format_text.h"
-#include "link/viafax_option.h"
 #include "shell/description.h"
 #include "shell/directory_chooser.h"
 #include "shell/search_form.h"
+#include "storage/address_reorder.h"
 #include "storage/directory_file.h"
 
 namespace carnetel {
@@ -20,7 +20,6 @@ constexpr int kCompanyTitle = 254;
 constexpr int kFirstStyleText = 267;
 constexpr int kLastStyle = kCommandLastStyle - kCommandFirstStyle;
 constexpr int kChooserTopic = 48;
-constexpr std::string_view kViafaxKey = "ViafaxOption";
 
 std::string Cut(std::string text, size_t width) {
   return text.substr(0, width);
@@ -54,7 +53,8 @@ void ChooserLogic::Start() {
   recents_.Read();
   if (viafax_output()) {
     viafax_option_ =
-        session_.services().profile.Int(session_.ProfileSection(), kViafaxKey, viafax_option_);
+        session_.services().profile.Int(session_.ProfileSection(), kViafaxOptionKey, 0);
+    viafax_form_ = ViafaxOptionForm(viafax_option_);
   }
   view_.CheckStyle(kCommandFirstStyle +
                    std::clamp(session_.settings().style_aff_list, 0, kLastStyle));
@@ -69,7 +69,10 @@ void ChooserLogic::ReloadAfterOpen() {
   // A look-up for the caller may have chosen the current card just before.
   pickers_.SetDirectory(directory, Pickers::Position::kOfAddressFile);
   ShowPickers();
-  if (directory != nullptr) view_.SetRecents(recents_.Rebuild());
+  if (directory != nullptr) {
+    (void)RefreshIfChanged(*directory, RefreshView::kWholeFile);
+    view_.SetRecents(recents_.Rebuild());
+  }
   if (session_.TakeListPositionRestore()) list_.RestorePositionAtNextRefill();
   ShowTitles();
   list_.ListRefill(kAllLetters);
@@ -189,10 +192,11 @@ void ChooserLogic::SetStyle(int style) {
 }
 
 void ChooserLogic::ChooseViafaxOption() {
-  ViafaxOptionForm form(viafax_option_);
+  ViafaxOptionForm form = viafax_form_;
   if (!dialogs_.RunViafaxOption(form)) return;
+  viafax_form_ = form;
   viafax_option_ = form.option();
-  session_.services().profile.WriteInt(session_.ProfileSection(), kViafaxKey, viafax_option_);
+  session_.services().profile.WriteInt(session_.ProfileSection(), kViafaxOptionKey, viafax_option_);
 }
 
 ExtractRequest ChooserLogic::MakeRequest() const {
@@ -270,6 +274,14 @@ ChooserState ChooserLogic::state() const {
 
 void ChooserLogic::ToggleRow(int row) {
   if (kind_ == ChooserKind::kMany) list_.ToggleMark(row);
+}
+
+void ChooserLogic::ToggleAndMove(int step) {
+  if (kind_ == ChooserKind::kMany) list_.ToggleAndMove(step);
+}
+
+void ChooserLogic::ToggleSpan(int from, int to) {
+  if (kind_ == ChooserKind::kMany) list_.ToggleSpan(from, to);
 }
 
 void ChooserLogic::Step(int step) {

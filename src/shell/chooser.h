@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "link/chooser_extract.h"
+#include "link/viafax_option.h"
 #include "shell/card_list.h"
 #include "shell/chooser_commands.h"
 #include "shell/dialog_host.h"
@@ -81,8 +82,11 @@ class ChooserLogic : private CardList::Observer {
   [[nodiscard]] bool CurrentCard(CardRecord* card) const;
   [[nodiscard]] ChooserState state() const;
 
-  // A click on a row, or the space bar on the current one.
+  // Clicks and keys that mark; where one card is picked they have no effect.
   void ToggleRow(int row);
+  // The current row, then one row on (1) or back (-1).
+  void ToggleAndMove(int step);
+  void ToggleSpan(int from, int to);
   // Makes the next (1) or previous (-1) row current, unless there is none.
   void Step(int step);
   void JumpToLetter(char letter);
@@ -127,6 +131,8 @@ class ChooserLogic : private CardList::Observer {
   Pickers pickers_;
   Recents recents_;
   int viafax_option_ = 0;
+  // The choices of both sets of the dialog, from one time to the next.
+  ViafaxOptionForm viafax_form_{0};
   int32_t result_ = 0;
   bool ended_ = false;
 };

@@ -49,4 +49,9 @@ inline constexpr std::array<FormField, 16> kFormFields = {{{150, kSte1},
                                                            {174, kNotes}}};
 inline constexpr int kReferenceCount = 6;
 
+// A field that a sibling program can take a number from.
+[[nodiscard]] constexpr bool IsNumberControl(int control) {
+  return control >= kControlTel1 && control <= kControlMtel;
+}
+
 }  // namespace carnetel

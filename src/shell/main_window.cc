@@ -40,6 +40,8 @@ void MainWindowLogic::Start() {
   const bool fell_back = !session_.unrecognised_file().empty();
   if (fell_back && session_.directory() != nullptr) view_.PostCommand(kEventAskInvalidDirectory);
   view_.FocusList();
+  // A window that is not on the screen yet does not tell of its focus.
+  ListFocused();
 }
 
 void MainWindowLogic::ReloadAfterOpen() {
@@ -190,7 +192,6 @@ void MainWindowLogic::ListRefilled() {
   view_.ListRefilled();
   ShowCounts();
   form_.ListRefilled();
-  siblings_.NumbersChanged();
   view_.UpdateConsultation();
 }
 
@@ -198,7 +199,6 @@ void MainWindowLogic::CurrentRowChanged() {
   view_.ShowCurrentRow();
   ShowCounts();
   form_.ShowCurrentCard(false);
-  siblings_.NumbersChanged();
   view_.UpdateConsultation();
 }
 

@@ -18,6 +18,9 @@
 
 namespace carnetel {
 
+// How often the window looks, at the most, what other seats have changed.
+inline constexpr int64_t kSecondsBetweenSeatChecks = 10;
+
 // What the main window asks of its widgets, besides the form's part.
 class MainWindowView : public CardFormView {
  public:
@@ -85,8 +88,8 @@ class MainWindowLogic : private CardList::Observer {
   // Counts as a change of marks, whether it made one or not.
   void ListDoubleClicked();
 
-  // The focus went to a field of the form or to the list, or a number of the form has changed:
-  // buttons of sibling programs come, go and turn grey by it.
+  // The focus went to a field of the form or to the list, or a number of the form is another one,
+  // typed or filled in: buttons of sibling programs come, go and turn grey by it.
   void FieldFocused() { siblings_.FieldFocused(); }
   void ListFocused() { siblings_.ListFocused(); }
   void NumbersChanged() { siblings_.NumbersChanged(); }

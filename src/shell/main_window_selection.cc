@@ -15,8 +15,6 @@
 namespace carnetel {
 namespace {
 
-constexpr int64_t kSecondsBetweenSeatChecks = 10;
-
 // False when another seat edits the card, or has put another one in its place since it was shown.
 bool DeleteShownCard(Directory& directory, uint32_t card_offset, const CardRecord& shown) {
   const ChangeScope change(directory);

@@ -1,6 +1,5 @@
 #include "shell/search_form.h"
 
-#include <algorithm>
 #include <charconv>
 
 #include "base/code_page.h"
@@ -37,13 +36,6 @@ std::string Capitals(const std::string& utf8) {
 }
 
 }  // namespace
-
-size_t FormTexts::CountFilled() const {
-  const auto filled = [](const std::string& text) { return !text.empty(); };
-  const auto count =
-      std::ranges::count_if(fields, [&](const auto& row) { return filled(row.second); });
-  return static_cast<size_t>(count + std::ranges::count_if(references, filled));
-}
 
 std::vector<TextSpan> MatchSpans(const std::string& text, const std::string& example) {
   std::vector<TextSpan> spans;

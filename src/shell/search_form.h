@@ -4,25 +4,16 @@
 // list's current one when the dialog ends.
 #pragma once
 
-#include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "base/messages.h"
 #include "shell/card_list.h"
-#include "shell/form_fields.h"
+#include "shell/form_texts.h"
 #include "storage/index_walk.h"
 
 namespace carnetel {
-
-// What the controls of a card form hold, UTF-8.
-struct FormTexts {
-  std::map<int, std::string> fields;  // by control
-  std::array<std::string, kReferenceCount> references;
-
-  [[nodiscard]] size_t CountFilled() const;
-};
 
 // Characters of a text that fitted: from `start`, `length` of them.
 struct TextSpan {

@@ -15,7 +15,9 @@
 //   100  u16 field count, 31
 //   102  u32 change stamp: modification time of this file after the last add or delete
 //   106  u16 owner seat, 0 for a public directory
-//   108  52  zero
+//   108  20  zero
+//   128  20  note of a change under way with seats (storage/change_note.h), zero at rest
+//   148  12  zero
 //   160  248 field table, for other readers
 //   408  360 zero
 #pragma once

@@ -1,18 +1,12 @@
-// The measurement system of locales that the test makes: a locale's file holds the system in one
-// byte and the name of its code page.
+// The measurement system by the territory of the locale that the environment names.
 #include "platform/measurement.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <map>
 #include <optional>
 #include <string>
-
-#include "base/bytes.h"
-#include "tests/support/fresh_folder.h"
 
 namespace carnetel {
 namespace {
@@ -20,12 +14,11 @@ namespace {
 class Measurement : public ::testing::Test {
  protected:
   Measurement() {
-    for (const char* name : {"LC_ALL", "LC_MEASUREMENT", "LANG", "LOCPATH"}) {
+    for (const char* name : {"LC_ALL", "LC_MEASUREMENT", "LANG"}) {
       const char* value = std::getenv(name);
       before_[name] = value == nullptr ? std::optional<std::string>() : value;
       ::unsetenv(name);
     }
-    ::setenv("LOCPATH", folder_.path().c_str(), 1);
   }
   ~Measurement() override {
     for (const auto& [name, value] : before_) {
@@ -37,50 +30,39 @@ class Measurement : public ::testing::Test {
     }
   }
 
-  // Each name is used once in a process: loaded locales are kept.
-  void MakeLocale(const std::string& name, uint8_t system) {
-    constexpr uint32_t kMagic = 0x20031115 ^ 11;  // 11 is the category
-    std::array<std::byte, 24> bytes{};
-    StoreLe32(bytes, 0, kMagic);
-    StoreLe32(bytes, 4, 2);   // texts
-    StoreLe32(bytes, 8, 16);  // where they lie
-    StoreLe32(bytes, 12, 18);
-    StoreU8(bytes, 16, system);
-    StorePadded(bytes, 18, 6, "UTF-8");
-    std::filesystem::create_directory(folder_.path() + name);
-    std::ofstream(folder_.path() + name + "/LC_MEASUREMENT", std::ios::binary) << AsChars(bytes);
-  }
-
-  FreshFolder folder_;
-
  private:
   std::map<std::string, std::optional<std::string>> before_;
 };
 
-TEST_F(Measurement, OneIsMetric) {
-  MakeLocale("carnetel_metric", 1);
-  ::setenv("LC_ALL", "carnetel_metric", 1);
+TEST_F(Measurement, WithoutALocaleItIsMetric) {
+  EXPECT_TRUE(LocaleIsMetric());
+  ::setenv("LANG", "C.UTF-8", 1);
   EXPECT_TRUE(LocaleIsMetric());
 }
 
-TEST_F(Measurement, TwoIsInches) {
-  MakeLocale("carnetel_inches", 2);
-  ::setenv("LC_ALL", "carnetel_inches", 1);
+TEST_F(Measurement, TheTerritoryTells) {
+  for (const char* locale : {"fr_FR.UTF-8", "de_CH@euro", "en_GB", "en_USA", "us"}) {
+    ::setenv("LANG", locale, 1);
+    EXPECT_TRUE(LocaleIsMetric()) << locale;
+  }
+  for (const char* locale : {"en_US.UTF-8", "es_US", "en_LR@x", "my_MM"}) {
+    ::setenv("LANG", locale, 1);
+    EXPECT_FALSE(LocaleIsMetric()) << locale;
+  }
+}
+
+TEST_F(Measurement, ItsOwnVariableComesBeforeTheGeneralOneAndBehindThatForAll) {
+  ::setenv("LANG", "en_US.UTF-8", 1);
+  ::setenv("LC_MEASUREMENT", "fr_FR.UTF-8", 1);
+  EXPECT_TRUE(LocaleIsMetric());
+  ::setenv("LC_ALL", "en_US.UTF-8", 1);
   EXPECT_FALSE(LocaleIsMetric());
 }
 
-TEST_F(Measurement, ItsOwnVariableGoesBeforeTheLanguage) {
-  MakeLocale("carnetel_own", 2);
-  MakeLocale("carnetel_language", 1);
-  ::setenv("LANG", "carnetel_language", 1);
-  EXPECT_TRUE(LocaleIsMetric());
-  ::setenv("LC_MEASUREMENT", "carnetel_own", 1);
+TEST_F(Measurement, AnEmptyVariableIsNone) {
+  ::setenv("LC_ALL", "", 1);
+  ::setenv("LANG", "en_US.UTF-8", 1);
   EXPECT_FALSE(LocaleIsMetric());
-}
-
-TEST_F(Measurement, ALocaleThatIsNotInstalledIsMetric) {
-  ::setenv("LC_ALL", "carnetel_nowhere", 1);
-  EXPECT_TRUE(LocaleIsMetric());
 }
 
 }  // namespace

@@ -31,6 +31,11 @@ std::string FakeWindowView::FieldText(int control) const {
   return found == texts_.end() ? std::string() : found->second;
 }
 
+void FakeWindowView::SetFieldText(int control, const std::string& utf8) {
+  texts_[control] = utf8;
+  if (logic_ != nullptr && IsNumberControl(control)) logic_->NumbersChanged();
+}
+
 void FakeWindowView::SetButton(int button, bool on) {
   if (on) {
     enabled_.insert(button);
@@ -45,8 +50,10 @@ void FakeWindowView::TakeFocus(int control) {
   if (logic_ == nullptr) return;
   if (control == kControlList) {
     logic_->form().ListEntered();
+    logic_->ListFocused();
   } else if (IsField(control)) {
     logic_->form().FieldEntered(control);
+    logic_->FieldFocused();
   }
 }
 
@@ -55,6 +62,7 @@ void FakeWindowView::Type(int control, const std::string& utf8) {
   before_change_ = FieldText(control);
   texts_[control] = utf8;
   logic_->form().FieldChanged(control);
+  if (IsNumberControl(control)) logic_->NumbersChanged();
 }
 
 void FakeWindowView::TypeReference(int row, const std::string& utf8) {

@@ -65,8 +65,8 @@ void WindowFixture::Build(const std::string& stem, const std::vector<CardRecord>
 }
 
 void WindowFixture::StartSession(const StartupRequest& request) {
-  session = std::make_unique<Session>(SessionServices{files, clock, progress, messages, profile},
-                                      request, home);
+  session = std::make_unique<Session>(
+      SessionServices{files, clock, progress, messages, profile, program_starter}, request, home);
   session->Start();
 }
 

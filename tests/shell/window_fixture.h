@@ -85,6 +85,8 @@ class WindowFixture : public ::testing::Test {
   FakeDialogs dialogs;
   std::unique_ptr<Session> session;
   bool fell_back = false;
+  // Starts programs in place of the system; none can be started without it.
+  std::function<bool(const std::string& command_line)> program_starter;
 
  private:
   void RemoveLockFiles();

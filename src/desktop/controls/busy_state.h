@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QObject>
+#include <functional>
 
 namespace carnetel::desktop {
 
@@ -14,6 +15,8 @@ class BusyState : public QObject {
   using QObject::QObject;
 
   [[nodiscard]] bool IsBusy() const { return depth_ > 0; }
+  // Whether a loop is at work. If so, `then` runs when it has ended and `who` is still there.
+  [[nodiscard]] bool PutsOff(QObject* who, std::function<void()> then);
 
   void Enter() { ++depth_; }
   void Leave();

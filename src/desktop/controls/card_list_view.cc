@@ -199,9 +199,7 @@ void CardListView::PaintLabel(QPainter& painter, const QRect& box, const QString
     const int left = std::max(edges[i], text_left);
     const int right = i + 1 < edges.size() ? edges[i + 1] - kRowPadding : box.right();
     const QRect cell(left, box.top(), right - left, box.height());
-    const QString shown = columns_.isEmpty()
-                              ? fontMetrics().elidedText(texts[i], Qt::ElideRight, cell.width())
-                              : texts[i];
+    const QString shown = fontMetrics().elidedText(texts[i], Qt::ElideRight, cell.width());
     painter.drawText(cell, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, shown);
   }
 }
@@ -223,8 +221,10 @@ void CardListView::PaintRow(QPainter& painter, int row) {
     if (shown.flagged) paint_picture(pictures.flag[selected ? 1 : 0]);
     left += PictureWidth();
   }
-  if (shown.marked) paint_picture(pictures.mark[selected ? 1 : 0]);
-  left += PictureWidth();
+  if (source_.ShowsMarkColumn()) {
+    if (shown.marked) paint_picture(pictures.mark[selected ? 1 : 0]);
+    left += PictureWidth();
+  }
   painter.setPen(selected ? colours.text : InkFor(palette().color(QPalette::Base), palette()).blue);
   PaintLabel(painter, box, shown.label, left);
 }

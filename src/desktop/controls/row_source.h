@@ -13,6 +13,8 @@ class RowSource {
   // Text of a row; in a list of several columns, these are parted by tabs.
   virtual QString Label(int row) = 0;
   virtual bool IsMarked(int row) = 0;
+  // Whether marks have a column.
+  virtual bool ShowsMarkColumn() { return true; }
   // Whether the row's card belongs to the displayed group.
   virtual bool IsFlagged(int row) = 0;
   // Whether there is a column for that at all.

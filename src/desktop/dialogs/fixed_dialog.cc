@@ -1,6 +1,7 @@
 #include "desktop/dialogs/fixed_dialog.h"
 
 #include <QKeyEvent>
+#include <QScreen>
 
 #include "base/dialog_template.h"
 #include "shell/command_table.h"
@@ -11,6 +12,17 @@ FixedDialog::FixedDialog(int number, int help_topic, QWidget* parent)
     : QDialog(parent), help_topic_(help_topic) {
   setObjectName(QString::number(number));
   setWindowTitle(QString::fromUtf8(DialogTitle(number)));
+}
+
+void FixedDialog::SetMainWindowFrame() {
+  setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                 Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
+                 Qt::WindowCloseButtonHint);
+}
+
+void FixedDialog::CentreOnScreen() {
+  adjustSize();
+  move(screen()->availableGeometry().center() - rect().center());
 }
 
 QPushButton* FixedDialog::MakeButton(int id, const QString& caption) {

@@ -15,10 +15,15 @@ class FixedDialog : public QDialog {
   // `number` becomes the object name; `help_topic` is 0 for a dialog without a page.
   FixedDialog(int number, int help_topic, QWidget* parent);
 
+  // To the middle of the screen, for one that opens over no other window.
+  void CentreOnScreen();
+
  Q_SIGNALS:
   void helpWanted(int topic);
 
  protected:
+  // For a dialog that is a role's only window: it can be put aside like any main window.
+  void SetMainWindowFrame();
   // Button 1 is the one that Enter presses.
   QPushButton* MakeButton(int id, const QString& caption);
   QPushButton* MakeHelpButton();

@@ -1,16 +1,12 @@
 #include "desktop/dialogs/preferences_dialog.h"
 
-#include <QButtonGroup>
 #include <QCheckBox>
 #include <QGridLayout>
-#include <QGroupBox>
 #include <QHBoxLayout>
-#include <QRadioButton>
-#include <QVBoxLayout>
-#include <functional>
 
 #include "base/string_table.h"
 #include "desktop/controls/measure.h"
+#include "desktop/controls/radio_box.h"
 #include "shell/command_table.h"
 #include "shell/form_fields.h"
 
@@ -32,42 +28,6 @@ constexpr const char* kCompanyStyleTexts[] = {"Société", "Société-Nom", "Nom
 
 QString Utf8(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-// A box whose radios lie below each other.
-QGroupBox* MakeBox(const QString& title) {
-  auto* box = new QGroupBox(title);
-  new QVBoxLayout(box);
-  return box;
-}
-
-QRadioButton* AddRadio(QGroupBox* box, QButtonGroup* group, int id, const QString& text) {
-  auto* radio = new QRadioButton(text);
-  radio->setObjectName(QString::number(id));
-  group->addButton(radio, id);
-  box->layout()->addWidget(radio);
-  return radio;
-}
-
-// Tab stops at the chosen radio of a box from the first time on; the toolkit sees to it only once
-// the box has had the focus.
-void MakeTabStop(const QButtonGroup* group, const QAbstractButton* chosen) {
-  for (QAbstractButton* radio : group->buttons()) {
-    if (radio != chosen) radio->setFocusPolicy(Qt::ClickFocus);
-  }
-}
-
-// Shows the radio of that number as the chosen one, none when there is no such radio, and from then
-// on tells the number of each that the user chooses.
-void Choose(QButtonGroup* group, int id, std::function<void(int)> chosen) {
-  if (QAbstractButton* radio = group->button(id)) {
-    radio->setChecked(true);
-    MakeTabStop(group, radio);
-  }
-  QObject::connect(group, &QButtonGroup::idToggled, group,
-                   [chosen = std::move(chosen)](int toggled, bool on) {
-                     if (on) chosen(toggled);
-                   });
 }
 
 void SetEnabled(QButtonGroup* group, bool enabled) {
@@ -93,11 +53,11 @@ PreferencesDialog::PreferencesDialog(PreferencesForm& form, QWidget* parent)
 }
 
 QGroupBox* PreferencesDialog::BuildIndexBox() {
-  QGroupBox* box = MakeBox(QStringLiteral("Indexer sur"));
+  QGroupBox* box = MakeRadioBox(QStringLiteral("Indexer sur"));
   auto* group = new QButtonGroup(this);
   AddRadio(box, group, kControlSte1, QStringLiteral("&Société "));
   AddRadio(box, group, kControlNom, QStringLiteral("&Nom "));
-  Choose(group, form_.key_field() == kNom ? kControlNom : kControlSte1, [this](int id) {
+  ChooseRadio(group, form_.key_field() == kNom ? kControlNom : kControlSte1, [this](int id) {
     form_.set_key_field(id == kControlNom ? kNom : kSte1);
     EnableStyles();
   });
@@ -105,42 +65,42 @@ QGroupBox* PreferencesDialog::BuildIndexBox() {
 }
 
 QGroupBox* PreferencesDialog::BuildStyleBox() {
-  QGroupBox* box = MakeBox(QStringLiteral("Affichage de la liste"));
+  QGroupBox* box = MakeRadioBox(QStringLiteral("Affichage de la liste"));
   company_styles_ = new QButtonGroup(this);
   int id = kFirstCompanyStyle;
   for (const char* text : kCompanyStyleTexts) {
     AddRadio(box, company_styles_, id++, QString::fromUtf8(text));
   }
-  Choose(company_styles_, kFirstCompanyStyle + form_.style_aff_ste(),
-         [this](int chosen) { form_.set_style_aff_ste(chosen - kFirstCompanyStyle); });
+  ChooseRadio(company_styles_, kFirstCompanyStyle + form_.style_aff_ste(),
+              [this](int chosen) { form_.set_style_aff_ste(chosen - kFirstCompanyStyle); });
   box->layout()->addItem(new QSpacerItem(0, Measure(kGapBetweenStyles, fontMetrics())));
   person_styles_ = new QButtonGroup(this);
   for (int style = 0; style < kPersonStyles; ++style) {
     AddRadio(box, person_styles_, kFirstPersonStyle + style,
              Utf8(LoadText(kFirstPersonStyleText + style)));
   }
-  Choose(person_styles_, kFirstPersonStyle + form_.style_aff_list(),
-         [this](int chosen) { form_.set_style_aff_list(chosen - kFirstPersonStyle); });
+  ChooseRadio(person_styles_, kFirstPersonStyle + form_.style_aff_list(),
+              [this](int chosen) { form_.set_style_aff_list(chosen - kFirstPersonStyle); });
   return box;
 }
 
 QGroupBox* PreferencesDialog::BuildZoneBox() {
-  QGroupBox* box = MakeBox(QStringLiteral("Afficher en priorité"));
+  QGroupBox* box = MakeRadioBox(QStringLiteral("Afficher en priorité"));
   auto* group = new QButtonGroup(this);
   AddRadio(box, group, kControlNotes, QStringLiteral("Notes"));
   AddRadio(box, group, kControlReferences, QStringLiteral("Références"));
-  Choose(group, form_.shows_references() ? kControlReferences : kControlNotes,
-         [this](int id) { form_.set_shows_references(id == kControlReferences); });
+  ChooseRadio(group, form_.shows_references() ? kControlReferences : kControlNotes,
+              [this](int id) { form_.set_shows_references(id == kControlReferences); });
   return box;
 }
 
 QGroupBox* PreferencesDialog::BuildStartBox() {
-  QGroupBox* box = MakeBox(QStringLiteral("Commencer la saisie par"));
+  QGroupBox* box = MakeRadioBox(QStringLiteral("Commencer la saisie par"));
   auto* group = new QButtonGroup(this);
   AddRadio(box, group, kStartsAtKey, QStringLiteral("Champ Index"));
   AddRadio(box, group, kStartsAtFirst, QStringLiteral("Premier champ de la fiche"));
-  Choose(group, form_.starts_at_first() ? kStartsAtFirst : kStartsAtKey,
-         [this](int id) { form_.set_starts_at_first(id == kStartsAtFirst); });
+  ChooseRadio(group, form_.starts_at_first() ? kStartsAtFirst : kStartsAtKey,
+              [this](int id) { form_.set_starts_at_first(id == kStartsAtFirst); });
   return box;
 }
 

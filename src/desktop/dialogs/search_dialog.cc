@@ -3,7 +3,6 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
-#include "base/code_page.h"
 #include "base/key_alphabet.h"
 #include "desktop/controls/wait_cursor.h"
 #include "shell/command_table.h"
@@ -15,10 +14,6 @@ constexpr int kTemplate = 102;
 constexpr int kHelpTopic = 53;
 constexpr int kNext = 216;
 constexpr int kPrevious = 217;
-
-QString FieldText(const CardRecord& card, int field) {
-  return QString::fromStdString(Utf8FromOem(card.FieldText(field)));
-}
 
 // One character a line break, as the notes field counts them.
 QString WithLineFeeds(QString text) {
@@ -72,25 +67,13 @@ void SearchDialog::FieldEdited(int control) {
     beep_();
     panel_->UndoChange(control);
   }
-  form_.FieldsChanged(Texts());
+  form_.FieldsChanged(panel_->Texts());
   EnableButtons();
-}
-
-FormTexts SearchDialog::Texts() const {
-  FormTexts texts;
-  for (const FormField& row : kFormFields) {
-    texts.fields[row.control] = panel_->FieldText(row.control).toStdString();
-  }
-  const QStringList references = panel_->References();
-  for (int i = 0; i < kReferenceCount; ++i) {
-    texts.references[static_cast<size_t>(i)] = references.value(i).toStdString();
-  }
-  return texts;
 }
 
 void SearchDialog::Search() {
   const WaitCursor wait;
-  if (form_.Search(Texts()) == SearchForm::Outcome::kNothing) {
+  if (form_.Search(panel_->Texts()) == SearchForm::Outcome::kNothing) {
     panel_->Control(kControlSte1)->setFocus();
     return;
   }
@@ -124,20 +107,14 @@ QList<TextRun> SearchDialog::Matches(const QString& text, int field) const {
 }
 
 void SearchDialog::ShowCard() {
-  const CardRecord& card = form_.card();
+  panel_->SetTexts(TextsOfCard(form_.card()));
   for (const FormField& row : kFormFields) {
-    const bool short_code = row.field == kPostalCode && card.FieldEmpty(kPostalCode);
-    panel_->SetFieldText(row.control, FieldText(card, short_code ? kShortPostalCode : row.field));
     const QString shown = WithLineFeeds(panel_->FieldText(row.control));
     panel_->SetMatches(row.control, Matches(shown, row.field));
   }
-  QStringList references;
   QList<QList<TextRun>> matches;
-  for (int field = kRef1; field <= kRef6; ++field) {
-    references += FieldText(card, field);
-    matches += Matches(references.back(), field);
-  }
-  panel_->SetReferences(references);
+  const QStringList references = panel_->References();
+  for (int i = 0; i < kReferenceCount; ++i) matches += Matches(references.value(i), kRef1 + i);
   panel_->SetReferenceMatches(matches);
 }
 

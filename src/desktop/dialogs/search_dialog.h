@@ -25,7 +25,6 @@ class SearchDialog : public FixedDialog {
  private:
   QLayout* MakeButtons();
   void FieldEdited(int control);
-  [[nodiscard]] FormTexts Texts() const;
   void Search();
   void Step(WalkDirection direction);
   void EnableButtons();

@@ -8,6 +8,8 @@
 #include "desktop/dialogs/dbase_export_dialog.h"
 #include "desktop/dialogs/dbase_import_dialog.h"
 #include "desktop/dialogs/description_dialog.h"
+#include "desktop/dialogs/enrichment_dialog.h"
+#include "desktop/dialogs/enrichment_progress.h"
 #include "desktop/dialogs/file_chooser.h"
 #include "desktop/dialogs/fixed_layout_dialog.h"
 #include "desktop/dialogs/group_description_dialog.h"
@@ -23,6 +25,7 @@
 #include "desktop/dialogs/search_dialog.h"
 #include "desktop/dialogs/transfer_dialog.h"
 #include "desktop/dialogs/transfer_mode_dialog.h"
+#include "desktop/dialogs/viafax_dialog.h"
 
 namespace carnetel::desktop {
 
@@ -141,6 +144,38 @@ void WindowDialogs::RunPrint(PrintForm& form) {
 
 bool WindowDialogs::RunPrinterChoice(PrinterChoiceForm& form) {
   PrinterChoiceDialog dialog(form, Owner());
+  return Run(dialog);
+}
+
+// A window of its own: the role has no other one.
+void WindowDialogs::RunEnrichment(EnrichmentForm& form) {
+  if (form.mode() == EnrichmentMode::kSilent) {
+    EnrichSilently(form);
+  } else {
+    EnrichWithReview(form);
+  }
+  caller_.ShowAgain();
+}
+
+void WindowDialogs::EnrichSilently(EnrichmentForm& form) {
+  EnrichmentProgress box(busy_, form.DirectoryText(), Owner());
+  caller_.Own(box);
+  box.CentreOnScreen();
+  box.show();
+  form.RunSilently([&box](const std::string& company) { return box.ShowCompany(company); });
+}
+
+void WindowDialogs::EnrichWithReview(EnrichmentForm& form) {
+  EnrichmentReview review(form);
+  if (!review.has_record()) return;
+  EnrichmentDialog dialog(review, Owner());
+  caller_.Own(dialog);
+  dialog.CentreOnScreen();
+  (void)Run(dialog);
+}
+
+bool WindowDialogs::RunViafaxOption(ViafaxOptionForm& form) {
+  ViafaxDialog dialog(form, Owner());
   return Run(dialog);
 }
 

@@ -4,6 +4,7 @@
 #include <QPointer>
 
 #include "desktop/controls/busy_state.h"
+#include "desktop/controls/caller_window.h"
 #include "desktop/dialogs/help_window.h"
 #include "desktop/dialogs/patience_box.h"
 #include "desktop/print/printer_desk.h"
@@ -40,10 +41,15 @@ class WindowDialogs : public DialogHost {
   void RunPrint(PrintForm& form) override;
   bool RunPrinterChoice(PrinterChoiceForm& form) override;
   PrinterDesk& Printers() override { return printers_; }
+  void RunEnrichment(EnrichmentForm& form) override;
+  bool RunViafaxOption(ViafaxOptionForm& form) override;
   void ShowAbout() override;
   void ShowPatience(bool shown) override;
   void ShowHelp(int topic) override;
 
+  // The window of the calling program, which owns dialogs that have no window of this program's
+  // below them.
+  void SetCaller(const CallerWindow& caller) { caller_ = caller; }
   void CloseHelp() { help_.Close(); }
   [[nodiscard]] HelpWindow* help_window() const { return help_.window(); }
 
@@ -52,12 +58,15 @@ class WindowDialogs : public DialogHost {
   // Shows a dialog over the active window, with its help; true when it was confirmed.
   template <class Dialog>
   bool Run(Dialog& dialog);
+  void EnrichSilently(EnrichmentForm& form);
+  void EnrichWithReview(EnrichmentForm& form);
 
   QWidget* window_;
   BusyState& busy_;
   PrinterDesk printers_;
   HelpDesk help_;
   QPointer<PatienceBox> patience_;
+  CallerWindow caller_{0};
 };
 
 }  // namespace carnetel::desktop

@@ -14,6 +14,7 @@
 #include "desktop/controls/panel_colours.h"
 #include "desktop/controls/reference_combo.h"
 #include "shell/card_form.h"
+#include "shell/form_texts.h"
 
 namespace carnetel::desktop {
 
@@ -25,12 +26,16 @@ class CardPanel : public QWidget {
     kMain,          // viewer and editor: one line for the person at rest, one zone at a time
     kConsultation,  // read-only, everything at once
     kSearch,        // to be filled in, everything at once, without the person's title
+    kReview,        // read-only, without references and notes, past which the keyboard goes
+    kEntry,         // a card that is not in the directory yet, everything at once
   };
 
   explicit CardPanel(Kind kind, QWidget* parent = nullptr);
 
   void SetFieldText(int control, const QString& text);
   [[nodiscard]] QString FieldText(int control) const;
+  void SetTexts(const FormTexts& texts);
+  [[nodiscard]] FormTexts Texts() const;
   void SetReferences(const QStringList& texts);
   [[nodiscard]] QStringList References() const;
   // In a search: the pieces of a field's text, as it was set, to show as those that fitted. A line
@@ -44,7 +49,7 @@ class CardPanel : public QWidget {
   // The control or label itself; null when this kind has none of that number.
   [[nodiscard]] QWidget* Control(int control) const;
 
-  // The input look: three fields for the person, other colours, sibling column hidden.
+  // The input look: three fields for the person, other colours.
   void SetEditLook(bool on);
   [[nodiscard]] bool edit_look() const { return edit_look_; }
   void SetZone(FormZone zone);
@@ -54,6 +59,9 @@ class CardPanel : public QWidget {
   QWidget* SetTabOrderAfter(QWidget* from);
   // Where the buttons beside the zone and the sibling buttons go, one a row; only in the main form.
   void PlaceButton(int button, QWidget* widget);
+  // A button that has been seen keeps its room when it goes, so that no field moves; one that never
+  // shows takes none.
+  void ShowButton(int button, bool visible);
 
  Q_SIGNALS:
   void fieldEdited(int control, int row);
@@ -73,9 +81,12 @@ class CardPanel : public QWidget {
   QLabel* AddLabel(int id, const QString& text, QWidget* buddy = nullptr);
   void WatchEdit(FilteredEdit* edit, int control);
   void WatchNotes();
-  [[nodiscard]] bool IsEditable() const { return kind_ != Kind::kConsultation; }
+  [[nodiscard]] bool IsEditable() const {
+    return kind_ != Kind::kConsultation && kind_ != Kind::kReview;
+  }
+  // Whether its fields look like those of an input form from the beginning.
+  [[nodiscard]] bool IsEntry() const { return kind_ == Kind::kSearch || kind_ == Kind::kEntry; }
   void AlignFirstColumn();
-  void ShowSiblingPlaces(bool show);
   void RegisterColours();
 
   Kind kind_;
@@ -83,7 +94,7 @@ class CardPanel : public QWidget {
   QMap<int, FilteredEdit*> edits_;
   QMap<int, QLabel*> labels_;
   QMap<int, QWidget*> button_places_;
-  ReferenceCombo* references_ = nullptr;
+  ReferenceCombo* references_ = nullptr;  // both null where there is no zone
   FilteredNotesEdit* notes_ = nullptr;
   QStackedWidget* person_ = nullptr;
   QStackedWidget* zone_ = nullptr;

@@ -1,11 +1,10 @@
 #include "desktop/window/consultation.h"
 
-#include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 #include "base/dialog_template.h"
+#include "desktop/window/window_parts.h"
 
 namespace carnetel::desktop {
 namespace {
@@ -21,32 +20,38 @@ QPushButton* MakeButton(int id, const QString& text, QWidget* parent) {
 
 }  // namespace
 
-Consultation::Consultation(QWidget* parent) : QDialog(parent) {
-  setObjectName(QStringLiteral("126"));
-  const std::string_view title = DialogTitle(126);
-  setWindowTitle(QString::fromUtf8(title.data(), static_cast<qsizetype>(title.size())));
+Consultation::Consultation(int number, QWidget* parent) : QDialog(parent) {
+  setObjectName(QString::number(number));
+  setWindowTitle(Utf8(DialogTitle(number)));
   setAttribute(Qt::WA_DeleteOnClose);
   auto* layout = new QVBoxLayout(this);
   panel_ = new CardPanel(CardPanel::Kind::kConsultation, this);
   layout->addWidget(panel_);
-  auto* row = new QHBoxLayout;
+  buttons_ = new QHBoxLayout;
   auto* next = MakeButton(kNext, QStringLiteral("&Suiv"), this);
   auto* previous = MakeButton(kPrevious, QStringLiteral("&Préc"), this);
   auto* quit = MakeButton(kCommandEscape, QStringLiteral("&Quitter"), this);
   auto* help = MakeButton(kCommandHelpKey, QStringLiteral("?"), this);
   help->setAccessibleName(QStringLiteral("Aide"));
-  row->addWidget(next);
-  row->addWidget(previous);
-  row->addStretch();
-  row->addWidget(quit);
-  row->addWidget(help);
-  layout->addLayout(row);
+  buttons_->addWidget(next);
+  buttons_->addWidget(previous);
+  buttons_->addStretch();
+  buttons_->addWidget(quit);
+  buttons_->addWidget(help);
+  layout->addLayout(buttons_);
   next->setDefault(true);
   next->setFocus();
   connect(next, &QPushButton::clicked, this, [this] { Q_EMIT stepped(1); });
   connect(previous, &QPushButton::clicked, this, [this] { Q_EMIT stepped(-1); });
   connect(quit, &QPushButton::clicked, this, &QDialog::close);
   connect(help, &QPushButton::clicked, this, &Consultation::helpWanted);
+}
+
+QPushButton* Consultation::AddButton(int id, const QString& text) {
+  constexpr int kBehindSteps = 2;
+  QPushButton* button = MakeButton(id, text, this);
+  buttons_->insertWidget(kBehindSteps, button);
+  return button;
 }
 
 // Tab goes between the two steps only; Enter repeats the one that last had the focus.

@@ -6,16 +6,14 @@
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QMimeData>
-#include <QScreen>
-#include <QScrollBar>
 #include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
-#include <utility>
 
 #include "base/string_table.h"
 #include "desktop/controls/focus_reason.h"
 #include "desktop/controls/wait_cursor.h"
+#include "desktop/window/window_parts.h"
 
 namespace carnetel::desktop {
 
@@ -36,21 +34,14 @@ MainWindow::MainWindow(Session& session, BusyState& busy, int list_capacity)
   layout->addWidget(tabs_);
   layout->addWidget(BuildBody(), 1);
   layout->addSpacing(6);
-  status_ = new QLabel;
-  status_->setObjectName(QString::number(kControlStatus));
-  status_->setAccessibleName(QStringLiteral("État"));
-  status_->setTextFormat(Qt::PlainText);
+  status_ = MakeStatusLine();
   layout->addWidget(status_);
   setCentralWidget(central);
-  this->layout()->setSizeConstraint(QLayout::SetFixedSize);
-  setWindowFlag(Qt::WindowMaximizeButtonHint, false);
   setAcceptDrops(true);
   tip_ = new BubbleTip(this);
   SetTabOrders();
   ConnectList();
   ConnectForm();
-  connect(&menu_help_, &MenuHelp::helpWanted, this,
-          [this](int command) { dialogs_.ShowHelp(HelpTopicOfCommand(command)); });
   connect(qApp, &QApplication::focusChanged, this,
           [this](QWidget*, QWidget* to) { FocusMoved(to); });
   qApp->installEventFilter(this);
@@ -69,7 +60,13 @@ void MainWindow::Run(int command) {
   logic_.Dispatch(command);
 }
 
+// Nothing may change under a dialog or a long loop; there is a next time.
+void MainWindow::OfferSeatCheck() {
+  if (!busy_.IsBusy() && QApplication::activeModalWidget() == nullptr) logic_.ListPainted();
+}
+
 void MainWindow::ConnectList() {
+  connect(list_, &CardListView::painted, this, &MainWindow::OfferSeatCheck);
   connect(list_, &CardListView::currentRowChanged, this,
           [this](int row) { logic_.list().SetCurrentRow(row); });
   connect(list_, &CardListView::rowClicked, this, [this](int row, Qt::KeyboardModifiers keys) {
@@ -86,22 +83,25 @@ void MainWindow::ConnectList() {
   connect(list_, &CardListView::letterTyped, this,
           [this](char letter) { logic_.JumpToLetter(letter); });
   connect(list_, &CardListView::focusEntered, this, [this](Qt::FocusReason reason) {
-    if (IsUserFocusChange(reason)) logic_.form().ListEntered();
+    if (!IsUserFocusChange(reason)) return;
+    logic_.form().ListEntered();
+    logic_.ListFocused();
   });
   connect(tabs_, &LetterTabs::tabSelected, this, [this](int tab) { Run(tab); });
-  // Refills and the address file keep the row on top as the user has scrolled it.
-  connect(list_->verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int row) {
-    if (start_top_row_ < 0) logic_.list().SetTopRow(row);
-  });
+  list_position_ = new ListPosition(*list_, logic_.list(), this);
   tabs_->SetMayLeave(
       [this] { return logic_.form().mode() == FormMode::kRest || logic_.form().LeaveForm(); });
 }
 
 void MainWindow::ConnectForm() {
-  connect(panel_, &CardPanel::fieldEdited, this,
-          [this](int control, int row) { logic_.form().FieldChanged(control, row); });
-  connect(panel_, &CardPanel::fieldEntered, this,
-          [this](int control) { logic_.form().FieldEntered(control); });
+  connect(panel_, &CardPanel::fieldEdited, this, [this](int control, int row) {
+    logic_.form().FieldChanged(control, row);
+    if (IsNumberControl(control)) logic_.NumbersChanged();
+  });
+  connect(panel_, &CardPanel::fieldEntered, this, [this](int control) {
+    logic_.form().FieldEntered(control);
+    logic_.FieldFocused();
+  });
   connect(panel_, &CardPanel::confirmed, this, [this] { Run(kCommandConfirm); });
   connect(groups_, &QComboBox::activated, this, [this](int row) {
     const WaitCursor wait;
@@ -122,47 +122,29 @@ void MainWindow::ConnectForm() {
 void MainWindow::Start() {
   SettingsChanged();
   logic_.Start();
-  layout()->activate();
-  const QRect place = screen()->availableGeometry();
-  move(place.center() - QRect(QPoint(), sizeHint()).center());
-  start_top_row_ = logic_.list().top_row();
+  FixAndCentre(*this);
+  list_position_->Started();
   if (logic_.list().not_loaded_count() > 0) {
     QTimer::singleShot(0, this, [this] { logic_.TellNotLoaded(); });
   }
+  if (!session_.lan_on()) return;
+  connect(&seat_timer_, &QTimer::timeout, this, &MainWindow::OfferSeatCheck);
+  seat_timer_.start(std::chrono::seconds(kSecondsBetweenSeatChecks));
 }
 
 bool MainWindow::Quit() {
-  if (busy_.IsBusy()) {
-    connect(&busy_, &BusyState::becameIdle, this, &QWidget::close,
-            static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
-    return false;
-  }
+  if (busy_.PutsOff(this, [this] { close(); })) return false;
   return logic_.RequestQuit();
 }
 
 void MainWindow::QuitUnasked() {
-  if (busy_.IsBusy()) {
-    connect(&busy_, &BusyState::becameIdle, this, &MainWindow::QuitUnasked,
-            static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
-    return;
-  }
+  if (busy_.PutsOff(this, [this] { QuitUnasked(); })) return;
   logic_.QuitUnasked();
 }
 
-// Only a window on the screen has a list of its final height: the row on top could not be applied
-// before.
 void MainWindow::showEvent(QShowEvent* event) {
   QMainWindow::showEvent(event);
-  if (start_top_row_ < 0) return;
-  const int top = std::exchange(start_top_row_, -1);
-  layout()->activate();
-  QMetaObject::invokeMethod(
-      this,
-      [this, top] {
-        list_->SetTopRow(top);
-        list_->SetCurrentRow(logic_.list().current_row());
-      },
-      Qt::QueuedConnection);
+  list_position_->Shown();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
@@ -203,14 +185,7 @@ void MainWindow::EndWindow() {
 }
 
 int MainWindow::FocusedControl() const {
-  const QWidget* focus = focusWidget();
-  while (focus != nullptr && focus != this) {
-    bool is_number = false;
-    const int id = focus->objectName().toInt(&is_number);
-    if (is_number) return id;
-    focus = focus->parentWidget();
-  }
-  return kControlList;
+  return FocusedControlOf(*this);
 }
 
 void MainWindow::FocusMoved(QWidget* to) {

@@ -7,6 +7,7 @@
 #include <QMainWindow>
 #include <QMap>
 #include <QPointer>
+#include <QTimer>
 
 #include "desktop/controls/beeper.h"
 #include "desktop/controls/bubble_button.h"
@@ -14,13 +15,14 @@
 #include "desktop/controls/busy_state.h"
 #include "desktop/controls/card_list_view.h"
 #include "desktop/controls/letter_tabs.h"
-#include "desktop/controls/menu_help.h"
 #include "desktop/controls/panel_colours.h"
 #include "desktop/controls/picker_combo.h"
 #include "desktop/controls/row_source.h"
 #include "desktop/dialogs/window_dialogs.h"
 #include "desktop/form/card_panel.h"
+#include "desktop/window/command_menus.h"
 #include "desktop/window/consultation.h"
+#include "desktop/window/list_position.h"
 #include "shell/main_window.h"
 
 namespace carnetel::desktop {
@@ -45,7 +47,7 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   MainWindowLogic& logic() { return logic_; }
   WindowDialogs& dialogs() { return dialogs_; }
   // The menu item of a command, null when there is none.
-  [[nodiscard]] QAction* MenuAction(int command) const { return actions_.value(command); }
+  [[nodiscard]] QAction* MenuAction(int command) const { return menus_->Item(command); }
 
  Q_SIGNALS:
   // The role has returned.
@@ -61,19 +63,17 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
  private:
   // Building
   void BuildMenus();
-  void BuildMenu(const MenuPopup& popup);
   QWidget* BuildTop();
   QWidget* BuildToolbar();
-  QWidget* BuildPickers();
   QWidget* BuildBody();
   QWidget* BuildListColumn();
   QWidget* BuildFormColumn();
-  QLabel* BuildValue(int id, const QString& name);
   BubbleButton* MakeButton(const ButtonInfo& info, ButtonSize size);
   void PlaceZoneButtons();
   void SetTabOrders();
   // Runs a command or a tab under the wait cursor; boxes that open meanwhile have the arrow.
   void Run(int command);
+  void OfferSeatCheck();
   void ConnectList();
   void ConnectForm();
   void FocusMoved(QWidget* to);
@@ -90,6 +90,7 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   void SetZone(FormZone zone) override;
   void SetButton(int button, bool enabled) override;
   void SetCancelFace(bool cancel) override;
+  void SetSiblingButton(int button, bool visible, bool enabled) override;
   void FocusControl(int control) override;
   void FocusList() override;
   void Beep() override;
@@ -110,6 +111,7 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   void RepaintRow(int row) override;
   void OpenConsultation() override;
   void UpdateConsultation() override;
+  [[nodiscard]] uint64_t WindowNumber() const override;
   void EndWindow() override;
 
   // RowSource
@@ -123,15 +125,13 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   BusyState& busy_;
   WindowDialogs dialogs_;
   MainWindowLogic logic_;
-  MenuHelp menu_help_;
-  QMap<int, QAction*> actions_;
+  CommandMenus* menus_ = nullptr;
   QMap<int, BubbleButton*> buttons_;
-  QList<QAction*> recent_actions_;
-  QMenu* file_menu_ = nullptr;
   PickerCombo* groups_ = nullptr;
   PickerCombo* sets_ = nullptr;
   LetterTabs* tabs_ = nullptr;
   CardListView* list_ = nullptr;
+  ListPosition* list_position_ = nullptr;
   CardPanel* panel_ = nullptr;
   QLabel* position_ = nullptr;
   QLabel* marked_ = nullptr;
@@ -139,8 +139,8 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   BubbleTip* tip_ = nullptr;
   QPointer<Consultation> consultation_;
   Beeper beep_ = SystemBeep;
-  // The row on top that the files have kept, until the window is shown; then -1.
-  int start_top_row_ = 0;
+  // With several seats: the list of a window that nobody touches is not painted by itself.
+  QTimer seat_timer_;
   bool ended_ = false;
 };
 

@@ -1,36 +1,13 @@
 // What MainWindowLogic asks of the window.
-#include <QAction>
-#include <QMenu>
 #include <QTimer>
 
 #include "desktop/window/main_window.h"
+#include "desktop/window/window_parts.h"
 
 namespace carnetel::desktop {
-namespace {
-
-QString FromUtf8(const std::string& text) {
-  return QString::fromStdString(text);
-}
-
-QStringList ToList(const std::vector<std::string>& texts) {
-  QStringList list;
-  for (const std::string& text : texts) list.append(FromUtf8(text));
-  return list;
-}
-
-// "&1 path" as a menu shows it: no '&' of the path is a mnemonic, a long path loses its middle.
-QString MenuTextOf(const QString& raw, const QFontMetrics& metrics) {
-  constexpr qsizetype kPrefix = 3;
-  constexpr int kShownCharacters = 60;
-  QString path = metrics.elidedText(raw.mid(kPrefix), Qt::ElideMiddle,
-                                    metrics.averageCharWidth() * kShownCharacters);
-  return raw.left(kPrefix) + path.replace('&', QStringLiteral("&&"));
-}
-
-}  // namespace
-
 void MainWindow::SetFieldText(int control, const std::string& utf8) {
-  panel_->SetFieldText(control, FromUtf8(utf8));
+  panel_->SetFieldText(control, Utf8(utf8));
+  if (IsNumberControl(control)) logic_.NumbersChanged();
 }
 
 std::string MainWindow::FieldText(int control) const {
@@ -77,6 +54,11 @@ void MainWindow::SetCancelFace(bool cancel) {
   button->setAccessibleName(caption);
 }
 
+void MainWindow::SetSiblingButton(int button, bool visible, bool enabled) {
+  buttons_[button]->SetActive(enabled);
+  panel_->ShowButton(button, visible);
+}
+
 // Labels stand for the control that they name.
 void MainWindow::FocusControl(int control) {
   QWidget* widget = panel_->Control(control);
@@ -107,11 +89,11 @@ void MainWindow::PostLeaveQuestion() {
 }
 
 void MainWindow::SetTitle(const std::string& utf8) {
-  setWindowTitle(FromUtf8(utf8));
+  setWindowTitle(Utf8(utf8));
 }
 
 void MainWindow::SetPosition(const std::string& utf8) {
-  position_->setText(FromUtf8(utf8));
+  position_->setText(Utf8(utf8));
 }
 
 void MainWindow::SetMarked(int32_t count) {
@@ -119,22 +101,11 @@ void MainWindow::SetMarked(int32_t count) {
 }
 
 void MainWindow::SetStatus(const std::string& utf8) {
-  status_->setText(FromUtf8(utf8));
+  status_->setText(Utf8(utf8));
 }
 
 void MainWindow::SetRecents(const std::vector<std::string>& texts) {
-  for (QAction* action : recent_actions_) delete action;
-  recent_actions_.clear();
-  int command = kCommandRecent1;
-  for (const std::string& text : texts) {
-    QAction* action = file_menu_->addAction(MenuTextOf(FromUtf8(text), fontMetrics()));
-    action->setData(FromUtf8(text));
-    action->setObjectName(QString::number(command));
-    connect(action, &QAction::triggered, this, [this, command] { Run(command); });
-    connect(action, &QAction::hovered, this, [this, command] { logic_.ShowStatusOf(command); });
-    recent_actions_.append(action);
-    ++command;
-  }
+  menus_->SetRecents(texts);
 }
 
 void MainWindow::SetGroups(const std::vector<std::string>& names, int current) {
@@ -155,10 +126,7 @@ void MainWindow::ShowTab(int tab) {
 }
 
 void MainWindow::ListRefilled() {
-  const int top = logic_.list().top_row();
-  list_->Reload();
-  list_->SetTopRow(top);
-  list_->SetCurrentRow(logic_.list().current_row());
+  list_position_->Refilled();
 }
 
 void MainWindow::ShowCurrentRow() {
@@ -197,12 +165,16 @@ void MainWindow::UpdateConsultation() {
   shown.SetReferences(panel_->References());
 }
 
+uint64_t MainWindow::WindowNumber() const {
+  return winId();
+}
+
 int MainWindow::RowCount() {
   return logic_.list().row_count();
 }
 
 QString MainWindow::Label(int row) {
-  return FromUtf8(logic_.list().Label(row));
+  return Utf8(logic_.list().Label(row));
 }
 
 bool MainWindow::IsMarked(int row) {

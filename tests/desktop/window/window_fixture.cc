@@ -83,8 +83,8 @@ void WindowTest::BuildCompanies(int count) {
 }
 
 void WindowTest::Start(const StartupRequest& request, int capacity) {
-  session = std::make_unique<Session>(SessionServices{disk, clock, progress, *boxes, profile},
-                                      request, home);
+  session = std::make_unique<Session>(
+      SessionServices{disk, clock, progress, *boxes, profile, program_starter}, request, home);
   session->Start();
   bool fell_back = false;
   ASSERT_EQ(session->OpenAtStart(&fell_back), opens);
@@ -105,8 +105,8 @@ void WindowTest::ExitSession() {
 }
 
 void WindowTest::Reactivate() {
-  window->activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+  TestedWindow().activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&TestedWindow()));
   Settle();
 }
 
@@ -118,7 +118,7 @@ void WindowTest::Settle() {
 }
 
 QWidget* WindowTest::Control(int id) {
-  auto* widget = window->findChild<QWidget*>(QString::number(id));
+  auto* widget = TestedWindow().findChild<QWidget*>(QString::number(id));
   if (widget == nullptr) qFatal("no control %d", id);
   return widget;
 }
@@ -142,7 +142,7 @@ QString WindowTest::Text(int id) {
 }
 
 void WindowTest::Choose(int command) {
-  for (QAction* title : window->menuBar()->actions()) {
+  for (QAction* title : TestedWindow().menuBar()->actions()) {
     for (QAction* action : title->menu()->actions()) {
       if (action->objectName() != QString::number(command)) continue;
       Q_EMIT title->menu()->aboutToShow();
@@ -157,7 +157,7 @@ void WindowTest::Choose(int command) {
 }
 
 void WindowTest::ChooseByKeys(Qt::Key menu, Qt::Key item) {
-  QTest::keyClick(window.get(), menu, Qt::AltModifier);
+  QTest::keyClick(&TestedWindow(), menu, Qt::AltModifier);
   Settle();
   QWidget* opened = QApplication::activePopupWidget();
   ASSERT_NE(opened, nullptr);
@@ -167,7 +167,7 @@ void WindowTest::ChooseByKeys(Qt::Key menu, Qt::Key item) {
 
 std::vector<int> WindowTest::GreyItems() {
   std::vector<int> grey;
-  for (QAction* title : window->menuBar()->actions()) {
+  for (QAction* title : TestedWindow().menuBar()->actions()) {
     Q_EMIT title->menu()->aboutToShow();
     for (QAction* action : title->menu()->actions()) {
       if (!action->isSeparator() && !action->isEnabled()) {
@@ -188,9 +188,9 @@ bool WindowTest::Drop(const std::vector<std::string>& paths) {
   }
   data.setUrls(urls);
   QDragEnterEvent enter(QPoint(9, 9), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(window.get(), &enter);
+  QApplication::sendEvent(&TestedWindow(), &enter);
   QDropEvent drop(QPointF(9, 9), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(window.get(), &drop);
+  QApplication::sendEvent(&TestedWindow(), &drop);
   Settle();
   return enter.isAccepted() && drop.isAccepted();
 }
@@ -198,7 +198,7 @@ bool WindowTest::Drop(const std::vector<std::string>& paths) {
 std::vector<std::string> WindowTest::RecentTexts() {
   std::vector<std::string> texts;
   for (int id = kCommandRecent1; id <= kCommandRecent4; ++id) {
-    const auto* action = window->findChild<QAction*>(QString::number(id));
+    const auto* action = TestedWindow().findChild<QAction*>(QString::number(id));
     if (action != nullptr) texts.push_back(action->data().toString().toStdString());
   }
   return texts;

@@ -53,6 +53,9 @@ class WindowTest : public ::testing::Test {
   // Ends the run after the window has ended.
   void ExitSession();
 
+  // The window that the keys and buttons of a test go to.
+  [[nodiscard]] virtual QMainWindow& TestedWindow() { return *window; }
+
   // The widget of that number, which must be there; a test goes on only with one.
   [[nodiscard]] QWidget* Control(int id);
   [[nodiscard]] BubbleButton* Button(int id);
@@ -117,6 +120,8 @@ class WindowTest : public ::testing::Test {
   WindowMessages messages{&script};
   // Who shows the boxes of the session; real ones with a WindowMessages without a script.
   MessageForm* boxes = &messages;
+  // Starts programs in place of the system; none can be started without it.
+  std::function<bool(const std::string& command_line)> program_starter;
   bool opens = true;
   std::unique_ptr<Session> session;
   std::unique_ptr<MainWindow> window;
