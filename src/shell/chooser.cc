@@ -4,6 +4,7 @@
 
 #include "base/code_page.h"
 #include "base/format_text.h"
+#include "link/viafax_file.h"
 #include "shell/description.h"
 #include "shell/directory_chooser.h"
 #include "shell/search_form.h"
@@ -208,9 +209,8 @@ ExtractRequest ChooserLogic::MakeRequest() const {
   request.viafax = viafax_output();
   request.viafax_option = viafax_option_;
   if (request.viafax) {
-    const std::string settings_file = session_.home_dir() + session_.appli_name() + ".INI";
     request.user_name =
-        UserProfile(session_.services().files, settings_file).Text("General", "UserName", "");
+        ViafaxUserName(session_.services().files, session_.home_dir(), session_.appli_name());
   }
   return request;
 }

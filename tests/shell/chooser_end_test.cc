@@ -228,6 +228,16 @@ TEST_F(ChooserEnds, TheViafaxSenderStandsInTheCallersSettings) {
   EXPECT_NE(ExchangeText().find("FROM=\"Anne\","), std::string::npos);
 }
 
+TEST_F(ChooserEnds, TheSettingsOfTheCallerAreFoundWhateverTheirCase) {
+  BuildFour();
+  memory.SetContents(home + "viafax.ini", AsBytes("[General]\r\nUserName=Paul\r\n"));
+  StartupRequest request = Request(kViafax);
+  request.appli_name = "VIAFAX";
+  StartChooser(request);
+  chooser->Dispatch(1);
+  EXPECT_NE(ExchangeText().find("FROM=\"Paul\","), std::string::npos);
+}
+
 // ---- quitting and recent directories ----
 
 class ChooserRecents : public ChooserEnds {

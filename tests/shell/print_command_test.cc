@@ -113,8 +113,7 @@ TEST_F(PrintCommand, AGroupThatFlagsItsMembersPrintsThemAlone) {
 TEST_F(PrintCommand, TheDocumentIsNamedAfterProgramAndDirectory) {
   view.Run(kCommandPrint);
   ASSERT_EQ(dialogs.printers.jobs.size(), 1U);
-  EXPECT_EQ(dialogs.printers.jobs.front().document,
-            session->appli_name() + " - CARNETEL.DAN");
+  EXPECT_EQ(dialogs.printers.jobs.front().document, session->appli_name() + " - CARNETEL.DAN");
 }
 
 TEST_F(PrintCommand, ThePageSetupIsKeptInTheProgramsSection) {
