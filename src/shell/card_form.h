@@ -63,6 +63,10 @@ class CardForm {
   [[nodiscard]] int return_field() const { return return_field_; }
   [[nodiscard]] FormZone zone() const { return zone_; }
   [[nodiscard]] uint32_t displayed_card() const { return displayed_card_; }
+  // The card in the form as it was read.
+  [[nodiscard]] const CardRecord& shown() const { return shown_; }
+  // The form holds what was typed, at rest too: after a save that was refused.
+  [[nodiscard]] bool has_unsaved_text() const { return !edited_controls_.empty(); }
   // True while the list must not change what the form shows: a card is being keyed or a question is
   // on its way.
   [[nodiscard]] bool IsFrozen() const {

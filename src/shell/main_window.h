@@ -145,6 +145,7 @@ class MainWindowLogic : private CardList::Observer {
   void DeleteCard();
   void TellHeldCard();
   void CheckSeats();
+  void StayWith(uint32_t card_offset, const CardRecord& shown);
   [[nodiscard]] bool TakeOverChanges();
   void DeleteMarked();
   void DeleteMarkedEntries();

@@ -281,13 +281,24 @@ void MainWindowLogic::ListPainted() {
 void MainWindowLogic::CheckSeats() {
   // A card that is being keyed must not lose its place under the user's hands.
   if (session_.directory() == nullptr || form_.mode() != FormMode::kRest) return;
-  if (form_.purpose() != FormPurpose::kCard) return;
+  if (form_.purpose() != FormPurpose::kCard || form_.has_unsaved_text()) return;
+  const uint32_t current = list_.current_card();
+  const CardRecord shown = form_.shown();
   if (!TakeOverChanges()) return;
   pickers_.ReloadGroups();
   pickers_.ReloadSets();
   ShowPickers();
   list_.ListRefill();
+  StayWith(current, shown);
   form_.ShowCurrentCard(true);
+}
+
+// Rows have moved: the next key of the user means the card that he saw, not the one in its row.
+void MainWindowLogic::StayWith(uint32_t card_offset, const CardRecord& shown) {
+  CardRecord there;
+  if (session_.directory()->main().ReadCard(card_offset, there) && there == shown) {
+    (void)list_.FindCardRow(card_offset);
+  }
 }
 
 bool MainWindowLogic::TakeOverChanges() {

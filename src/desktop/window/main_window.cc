@@ -16,6 +16,13 @@
 #include "desktop/window/window_parts.h"
 
 namespace carnetel::desktop {
+namespace {
+
+// How often a check is offered. Much shorter than the time between two checks, or one offered a
+// little too early would come that whole time late.
+constexpr std::chrono::seconds kSeatTick{1};
+
+}  // namespace
 
 MainWindow::MainWindow(Session& session, BusyState& busy, int list_capacity)
     : session_(session),
@@ -60,9 +67,15 @@ void MainWindow::Run(int command) {
   logic_.Dispatch(command);
 }
 
-// Nothing may change under a dialog or a long loop; there is a next time.
+// Nothing may change under a dialog, an open menu or a long loop: they count on the directory as it
+// is.
+bool MainWindow::MayChange() const {
+  return !busy_.IsBusy() && QApplication::activeModalWidget() == nullptr &&
+         QApplication::activePopupWidget() == nullptr;
+}
+
 void MainWindow::OfferSeatCheck() {
-  if (!busy_.IsBusy() && QApplication::activeModalWidget() == nullptr) logic_.ListPainted();
+  if (MayChange()) logic_.ListPainted();
 }
 
 void MainWindow::ConnectList() {
@@ -129,7 +142,7 @@ void MainWindow::Start() {
   }
   if (!session_.lan_on()) return;
   connect(&seat_timer_, &QTimer::timeout, this, &MainWindow::OfferSeatCheck);
-  seat_timer_.start(std::chrono::seconds(kSecondsBetweenSeatChecks));
+  seat_timer_.start(kSeatTick);
 }
 
 bool MainWindow::Quit() {
@@ -155,19 +168,14 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   }
 }
 
-// A loop or a dialog at work counts on the directory that is open.
-bool MainWindow::TakesDrops() const {
-  return !busy_.IsBusy() && QApplication::activeModalWidget() == nullptr;
-}
-
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
-  if (event->mimeData()->hasUrls() && TakesDrops()) event->acceptProposedAction();
+  if (event->mimeData()->hasUrls() && MayChange()) event->acceptProposedAction();
 }
 
 // The first file counts. It is opened when the program it was dragged from has got its answer.
 void MainWindow::dropEvent(QDropEvent* event) {
   const QList<QUrl> urls = event->mimeData()->urls();
-  if (urls.isEmpty() || !urls.first().isLocalFile() || !TakesDrops()) return;
+  if (urls.isEmpty() || !urls.first().isLocalFile() || !MayChange()) return;
   event->acceptProposedAction();
   const std::string path = urls.first().toLocalFile().toStdString();
   QTimer::singleShot(0, this, [this, path] {

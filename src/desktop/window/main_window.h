@@ -78,7 +78,7 @@ class MainWindow : public QMainWindow, private MainWindowView, private RowSource
   void ConnectForm();
   void FocusMoved(QWidget* to);
   bool HandleKey(QKeyEvent* event);
-  [[nodiscard]] bool TakesDrops() const;
+  [[nodiscard]] bool MayChange() const;
 
   // MainWindowView
   void SetFieldText(int control, const std::string& utf8) override;

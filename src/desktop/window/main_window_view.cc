@@ -77,7 +77,10 @@ void MainWindow::Beep() {
 }
 
 void MainWindow::PostCommand(int command) {
-  QTimer::singleShot(0, this, [this, command] { Run(command); });
+  QTimer::singleShot(0, this, [this, command] {
+    // A dialog may have opened meanwhile; there is a next check.
+    if (command != kEventCheckSeats || MayChange()) Run(command);
+  });
 }
 
 void MainWindow::PostLeaveQuestion() {
