@@ -52,7 +52,7 @@ Command CaptureCommand() {
           .least = 1,
           .most = 1,
           .options = {{"--prefix", "TEXTE",
-                       "Ce que les numéros reçoivent devant eux ; « ? » pour rien"}},
+                       "ce que les numéros reçoivent devant eux ; « ? » pour rien"}},
           .run = RunCapture};
 }
 

@@ -148,7 +148,7 @@ Command ExchangeCommand() {
           .least = 1,
           .most = 1,
           .options = {{"--type", "TYPE", "6, 7 ou 8"},
-                      {"--long", "", "Réponse longue, avec le nom de la personne"}},
+                      {"--long", "", "une réponse longue, avec le nom de la personne"}},
           .run = RunExchange};
 }
 

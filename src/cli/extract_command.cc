@@ -44,7 +44,7 @@ class Extraction {
     const std::string usage = TakeOptions();
     if (!usage.empty()) return session_.WrongUsage(usage);
     if (session_.Family() == nullptr) return kRefused;
-    if (session_.Family()->Holds(request_.file)) {
+    if (session_.Family()->Holds(FindAnyCase(session_.files(), request_.file))) {
       return session_.Fail(FormatText(kOntoItself, request_.file));
     }
     Directory* directory = session_.Open();

@@ -13,7 +13,6 @@ namespace carnetel {
 namespace {
 
 constexpr int kWidthText = 37;
-constexpr uint32_t kMaxWidth = 999;
 
 struct Column {
   uint32_t choice = 0;
@@ -32,7 +31,7 @@ std::optional<Column> ParseColumn(CliSession& session, const std::string& word) 
   }
   const std::string_view rest = std::string_view(word).substr(colon);
   const auto width = ParseNumber(rest.substr(std::min<size_t>(rest.size(), 1)));
-  if (width && *width >= 1 && *width <= kMaxWidth) return Column{choice, *width};
+  if (width && *width >= 1 && *width <= LayoutForm::kMaxWidth) return Column{choice, *width};
   session.WrongUsage("« " + word + " » n'est pas de la forme CHAMP:LARGEUR, de 1 à 999");
   return {};
 }

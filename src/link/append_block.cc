@@ -4,6 +4,12 @@
 
 namespace carnetel {
 
+std::unique_ptr<File> OpenToAppend(const Directory& directory, const std::string& path) {
+  FileSystem& files = directory.files();
+  if (directory.paths().Holds(FindAnyCase(files, path))) return nullptr;
+  return files.Open(path, OpenMode::kCreateOrOpen);
+}
+
 bool AppendBlock(File& file, uint64_t position, ByteView block) {
   const uint64_t size = file.Size();
   std::vector<std::byte> former(static_cast<size_t>(size - position));

@@ -132,7 +132,7 @@ ExtractOutcome ChooserExtract(Directory& directory, const ExtractRequest& reques
     outcome.result = Result::kNoRow;
     return outcome;
   }
-  const std::unique_ptr<File> file = directory.files().Open(request.file, OpenMode::kCreateOrOpen);
+  const std::unique_ptr<File> file = OpenToAppend(directory, request.file);
   if (file == nullptr) {
     outcome.result = Result::kNoFile;
     return outcome;

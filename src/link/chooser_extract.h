@@ -40,7 +40,7 @@ struct ExtractOutcome {
     kDone,
     kNoRow,     // nothing to extract, nothing was written
     kNoNumber,  // of the one card: nothing was written, but the file is there
-    kNoFile,    // it cannot be opened
+    kNoFile,    // it cannot be opened, or is one of the directory's own
   };
   Result result = Result::kDone;
   // What the caller is told: 1 for a card, 2 for several, the number of cards of a Viafax job.

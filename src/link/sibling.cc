@@ -71,9 +71,12 @@ std::string CommandLineOf(const SiblingApps& apps, const SiblingCall& call) {
   return apps.voice_command();
 }
 
-void RenameForMinitel(FileSystem& files, const std::string& hand_off_file) {
+void RenameForMinitel(const Directory& directory, const std::string& hand_off_file) {
+  FileSystem& files = directory.files();
   const std::string own = PathMerge(hand_off_file, kMinitelFile);
   if (hand_off_file.empty() || hand_off_file == own) return;
+  // The caller named a file of the directory, into which nothing was written.
+  if (directory.paths().Holds(FindAnyCase(files, hand_off_file))) return;
   if (files.Exists(own)) files.Remove(own);
   files.Rename(hand_off_file, own);
 }
@@ -126,7 +129,7 @@ SiblingApps::SiblingApps(const UserProfile& profile, FileSystem& files, std::str
 
 int WriteHandOffRecord(Directory& directory, uint32_t card_offset, const LabelStyles& styles,
                        int field, const std::string& path, MessageForm& messages) {
-  const std::unique_ptr<File> file = directory.files().Open(path, OpenMode::kCreateOrOpen);
+  const std::unique_ptr<File> file = OpenToAppend(directory, path);
   if (file == nullptr) {
     messages.ShowMessage(MessageStyle::kInformation, kAttentionTitle, kNoAccess, path);
     return 1;
@@ -159,7 +162,7 @@ void CallSibling(Directory& directory, const SiblingApps& apps, const SiblingCal
   const int written =
       WriteHandOffRecord(directory, call.card_offset, call.styles, info.field, path, messages);
   if (written == 0) return;
-  if (call.sibling == Sibling::kMinitel) RenameForMinitel(directory.files(), path);
+  if (call.sibling == Sibling::kMinitel) RenameForMinitel(directory, path);
   LaunchProgram(CommandLineOf(apps, call), messages, start);
 }
 

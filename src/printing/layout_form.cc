@@ -10,8 +10,6 @@ namespace carnetel {
 namespace {
 
 constexpr int kWidthText = 37;
-// The largest number of kWidthDigits digits: a file that somebody damaged may hold any.
-constexpr uint32_t kMaxWidth = 999;
 
 uint32_t NumberOf(std::string_view digits) {
   uint32_t number = 0;
@@ -71,6 +69,7 @@ void LayoutForm::Show(const Composition& composition) {
   for (size_t i = 0; i < kMaxColumns; ++i) {
     const ColumnSpec& stored = composition[i];
     if (stored.choice == 0 || stored.choice > kColumnChoices) break;
+    // A file that somebody damaged may hold any width.
     rows_[i] = {stored.choice, std::to_string(std::min(stored.width, kMaxWidth))};
   }
 }

@@ -15,6 +15,8 @@ namespace carnetel {
 class LayoutForm {
  public:
   static constexpr size_t kWidthDigits = 3;
+  // The largest number of so many digits.
+  static constexpr uint32_t kMaxWidth = 999;
 
   // Shows the user's composition. `file` outlives the form.
   explicit LayoutForm(LayoutFile& file);

@@ -148,7 +148,8 @@ TEST_F(ExtractCommandTest, AnEmptyNumberIsTold) {
 
 TEST_F(ExtractCommandTest, NeverIntoAFileOfItsOwnFamily) {
   AddFour();
-  for (const char* file : {"/d/CLIENTS.DAN", "/d/../d/CLIENTS.ADR", "/d/CLIENTS.GRP"}) {
+  for (const char* file :
+       {"/d/CLIENTS.DAN", "/d/../d/CLIENTS.ADR", "/d/CLIENTS.GRP", "/d/clients.dan"}) {
     ExpectRefused({"extract", file, "--number", "fax", "--all"}, 1,
                   "Impossible de transférer le fichier " + std::string(file) + " sur lui-même");
   }

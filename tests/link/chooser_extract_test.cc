@@ -265,6 +265,23 @@ TEST_F(ChooserExtractTest, AFileThatCannotBeOpenedIsTold) {
   EXPECT_EQ(TextOf("/t/fichier"), "x");
 }
 
+TEST_F(ChooserExtractTest, AFileOfTheDirectoryIsNeverWrittenTo) {
+  AddThree(true, false);
+  directory_->address().Flush();
+  const std::string cards = TextOf("/d/Clients.DAN");
+  const std::string order = TextOf("/d/Clients.ADR");
+  for (const char* file : {"/d/Clients.DAN", "/d/../d/Clients.ADR", "/d/clients.dan"}) {
+    request_.file = file;
+    for (const bool viafax : {false, true}) {
+      request_.viafax = viafax;
+      EXPECT_EQ(Extract(ExtractScope::kGroup, Rows()).result, Result::kNoFile) << file;
+    }
+  }
+  EXPECT_EQ(TextOf("/d/Clients.DAN"), cards);
+  EXPECT_EQ(TextOf("/d/Clients.ADR"), order);
+  EXPECT_FALSE(files_.Exists("/d/clients.dan"));
+}
+
 TEST_F(ChooserExtractTest, AFullDiskLeavesTheFileAsItWas) {
   AddThree(true, false);
   SetFile(request_.file, "ancien, NNNN\r\n");

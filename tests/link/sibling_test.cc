@@ -228,6 +228,19 @@ TEST_F(SiblingTest, AnExchangeFileOfTheMinitelNameKeepsItsRecord) {
   ExpectFile("/t/MINITNUM.DAT", Record("20 20"));
 }
 
+TEST_F(SiblingTest, AnExchangeFileOfTheDirectoryIsNeitherWrittenToNorRenamed) {
+  AddCard();
+  SetProfile("[ApplDROV]\nMinitelAppl=/m/M.EXE\n");
+  apps_ = SiblingApps(UserProfile(files_, "/home/profile.ini"), files_, std::string(kMainFile));
+  const std::string cards = TextOf(std::string(kMainFile));
+  Press(Sibling::kMinitel);
+  ExpectFile(std::string(kMainFile), cards);
+  EXPECT_FALSE(files_.Exists("/d/MINITNUM.DAT"));
+  ExpectMessage(MessageStyle::kInformation, "Attention",
+                "Accès au fichier /d/Clients.DAN impossible");
+  EXPECT_EQ(started_, std::vector<std::string>{"/m/M.EXE /H=77"});
+}
+
 TEST_F(SiblingTest, TheWindowIsToldAsAnUnsignedNumber) {
   AddCard();
   SiblingCall call = Call(Sibling::kMinitel);
