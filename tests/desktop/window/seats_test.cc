@@ -16,6 +16,7 @@ namespace carnetel::desktop {
 namespace {
 
 constexpr const char* kHeld = "Fiche en cours de modification par un autre poste";
+constexpr const char* kAllGo = "La totalité des fiches sélectionnées va être supprimée...";
 constexpr int kErrorTitle = 79;
 
 class Seats : public DialogWindowTest {
@@ -267,16 +268,27 @@ TEST_F(Seats, ACardThatAnotherSeatEditsIsNotDeleted) {
 
 TEST_F(Seats, OfTheMarkedCardsThoseUnderEditStay) {
   StartBoth();
-  ASSERT_TRUE(other().LockCard(OffsetOf("BETA")));
+  ASSERT_TRUE(other().LockCard(OffsetOf("ALPHA")));
   Choose(218);
   ASSERT_EQ(MarkedRows().size(), 4U);
   Answer(MessageButton::kOk);
   Choose(210);
-  const Texts asked = Asked();
-  ASSERT_EQ(asked.size(), 2U);
-  EXPECT_EQ(asked[1], kHeld);
-  EXPECT_EQ(Rows(), Texts{"BETA"});
-  EXPECT_EQ(SavedCompanies(), Texts{"BETA"});
+  EXPECT_EQ(Asked(), (Texts{kAllGo, kHeld}));
+  EXPECT_EQ(Rows(), Texts{"ALPHA"});
+  EXPECT_EQ(SavedCompanies(), Texts{"ALPHA"});
+}
+
+// A deleted card's place is taken by the last one, which must not move while it is edited.
+TEST_F(Seats, ACardUnderEditKeepsTheOneInWhosePlaceItWouldMove) {
+  StartBoth();
+  ASSERT_TRUE(other().LockCard(OffsetOf("CHARLIE")));
+  ClickRow(1);
+  Key(Qt::Key_Space);
+  Answer(MessageButton::kOk);
+  Choose(210);
+  EXPECT_EQ(Asked(), (Texts{kAllGo, kHeld}));
+  EXPECT_EQ(SavedCompanies(), (Texts{"ALPHA", "BETA", "BRAVO", "CHARLIE"}));
+  EXPECT_EQ(MarkedRows(), Numbers{1});
 }
 
 TEST_F(Seats, TheMessageIsAnErrorBoxOverTheWindow) {
