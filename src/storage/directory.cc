@@ -90,10 +90,13 @@ OpenResult Directory::OpenMainFile(bool is_new) {
 }
 
 bool Directory::OpenIndexes() {
-  // The count is looked for beside the main file, wherever the seat's own address file lies.
+  // The count is looked for beside the main file, wherever the seat's own address file lies. What
+  // somebody who worked alone has left there is out of date for seats, but for a change cut short.
   AddressFile beside(services_.files, paths_.BesideMain(".ADR"));
-  const bool differs = beside.Open() && beside.header().count() != main_.header().card_count();
-  if (!TakeIndexes(differs)) return false;
+  const bool is_there = beside.Open();
+  const bool differs =
+      is_shared() ? beside.is_changing() : beside.header().count() != main_.header().card_count();
+  if (!TakeIndexes(is_there && differs)) return false;
   if (!is_shared()) return true;
   // No seat's address file is there to tell: the indexes themselves have to.
   for (int number = 1; number <= 2; ++number) {

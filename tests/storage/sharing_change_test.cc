@@ -276,6 +276,40 @@ TEST_F(SharingChangeTest, AnOpeningThatRepairsNothingLeavesTheFilesAsTheyAre) {
 }
 
 // An index that another seat has left with too few slots has its full size.
+// Somebody worked alone on the directory before it was shared: his address file knows nothing of
+// what the seats have added since.
+TEST_F(SharingChangeTest, AnAddressFileOfFormerTimesBesideTheMainFileChangesNothing) {
+  AddressFile alone(files, "/reseau/ESSAI.ADR");
+  ASSERT_TRUE(alone.CreateAddressFile());
+  alone.Close();
+  const FileBytes main = MainFile();
+  const FileBytes index = files.Contents("/reseau/ESSAI.I01");
+  NewSeat(3)->CloseDirectory();
+  EXPECT_TRUE(SameBytes(main, MainFile()));
+  EXPECT_TRUE(SameBytes(index, files.Contents("/reseau/ESSAI.I01")));
+}
+
+TEST_F(SharingChangeTest, AChangeOfFormerTimesThatWasCutShortMakesTheIndexesAnew) {
+  AddressFile alone(files, "/reseau/ESSAI.ADR");
+  ASSERT_TRUE(alone.CreateAddressFile());
+  alone.MarkChanging();
+  // The slots of ALPHA and BRAVO name each other's card, as many as there are cards all the same.
+  FileBytes index = files.Contents("/reseau/ESSAI.I01");
+  const FileBytes whole = index;
+  const auto slot_of = [&index](uint32_t offset) {
+    size_t at = 10;
+    while (LoadLe32(index, at) != offset) ++at;
+    return at;
+  };
+  const size_t alpha = slot_of(768);
+  const size_t bravo = slot_of(1536);
+  StoreLe32(index, alpha, 1536);
+  StoreLe32(index, bravo, 768);
+  files.SetContents("/reseau/ESSAI.I01", index);
+  NewSeat(3)->CloseDirectory();
+  EXPECT_TRUE(SameBytes(whole, files.Contents("/reseau/ESSAI.I01")));
+}
+
 TEST_F(SharingChangeTest, AnIndexWithoutACardIsMadeAnewAtTheOpening) {
   KeyIndex index(files, std::string(kSharedStem) + ".I01");
   ASSERT_TRUE(index.CheckKeyIndex(768 * 5, false));
