@@ -57,6 +57,8 @@ class CliSession {
   // Keeps other programs out of the run's directory from now on; false when another one is in
   // (told). `Open` does it too.
   bool TakeDirectory();
+  // False, and told, when a directory with this owner seat is another seat's.
+  [[nodiscard]] bool MayOpenAs(uint16_t owner);
   // Whether a main file is that of the run's directory.
   [[nodiscard]] bool IsOwn(const std::string& main_file);
 
@@ -81,7 +83,6 @@ class CliSession {
   [[nodiscard]] DirectoryOptions OpenOptions(bool may_create);
   // False, and told, when files cannot be locked for seats, or the directory is another seat's.
   [[nodiscard]] bool MayUseSeat();
-  [[nodiscard]] bool MayOpenAs(uint16_t owner);
   Directory* Refuse();
 
   const CliEnvironment& environment_;

@@ -190,8 +190,10 @@ int DestroyOne(CliSession& session, const FamilyPaths& family) {
   const std::shared_ptr<void> guard =
       session.environment().take_guard(session.files().Canonical(family.Of(".ADR")));
   if (guard == nullptr) return session.Fail(main + " est ouvert par un autre programme");
+  const std::optional<MainHeader> header = ReadMainHeader(session.files(), main);
+  if (header && !session.MayOpenAs(header->owner())) return kRefused;
   if (!session.Confirm(kToBeDestroyed, main)) return session.Fail(main + " n'est pas détruit");
-  if (!DeleteDirectoryFiles(session.files(), main, "")) {
+  if (!DeleteDirectoryFiles(session.files(), main, family.shared_dir())) {
     return session.Fail(main + " n'a pas pu être détruit");
   }
   session.messages().Inform("Carnetel détruit : " + main);
@@ -201,7 +203,8 @@ int DestroyOne(CliSession& session, const FamilyPaths& family) {
 int RunDestroy(CliSession& session, const Arguments& arguments) {
   std::vector<FamilyPaths> families;
   for (const std::string& path : arguments.positionals) {
-    const FamilyPaths& family = families.emplace_back(session.files(), path);
+    const FamilyPaths& family =
+        families.emplace_back(session.files(), path, session.options().shared_dir);
     const std::string reason = NotDestroyable(session.files(), path, family);
     if (!reason.empty()) return session.Fail(reason);
   }

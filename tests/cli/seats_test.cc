@@ -222,6 +222,16 @@ TEST_F(CliSeats, WithoutASeatEveryDirectoryOpensAndNoneIsMadePrivate) {
   EXPECT_EQ(Run({"-d", "/reseau/COMMUN", "describe", "x", "--private"}).status, 1);
 }
 
+TEST_F(CliSeats, APrivateDirectoryIsDestroyedByItsSeatOnlyWithThatSeatsFiles) {
+  DoneAt(2, {"create", "--private"});
+  ExpectRefusedAt(1, {"--yes", "destroy", "/reseau/COMMUN"},
+                  "Accès refusé, Carnetel privé de:   (Poste N° 02)");
+  EXPECT_TRUE(files_.Exists("/reseau/COMMUN.DAN"));
+  DoneAt(2, {"--yes", "destroy", "/reseau/COMMUN"});
+  EXPECT_FALSE(files_.Exists("/reseau/COMMUN.DAN"));
+  EXPECT_FALSE(files_.Exists("/poste2/COMMUN.ADR"));
+}
+
 TEST_F(CliSeats, TheHighestSeatNumberIsAnOwnerToo) {
   DoneAt(65535, {"create", "--private"});
   EXPECT_NE(DoneAt(65535, {"--json", "info"}).find("\"owner\":65535"), std::string::npos);
