@@ -21,7 +21,11 @@ CliOutcome CliTest::Run(const Words& words) {
       .can_ask = can_ask_,
       .shows_progress = shows_progress_,
       .metric = metric_,
-      .interrupted = [&] { return interrupt_after_ >= 0 && asked++ >= interrupt_after_; },
+      .interrupted =
+          [&] {
+            while_running_();
+            return interrupt_after_ >= 0 && asked++ >= interrupt_after_;
+          },
       .take_guard = [this](const std::string& address_path) -> std::shared_ptr<void> {
         guarded_.push_back(address_path);
         return others_work_on_it_ ? nullptr : std::make_shared<int>(0);

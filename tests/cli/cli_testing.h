@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <map>
 #include <sstream>
 #include <string>
@@ -60,6 +61,8 @@ class CliTest : public testing::Test {
   std::vector<Words> programs_;
   std::vector<std::byte> handed_over_;
   int program_status_ = 0;
+  // Runs each time the tool looks whether it is to stop, as before each line of a script.
+  std::function<void()> while_running_ = [] {};
   int interrupt_after_ = -1;  // questions of the tool whether to stop; never when negative
   int64_t milliseconds_ = 0;
   std::vector<std::string> guarded_;

@@ -151,43 +151,18 @@ TEST_F(CliSeats, EveryCommandOfAScriptTakesOverWhatOthersDid) {
   Directory other({files_, clock_, silent}, options);
   ASSERT_EQ(other.OpenDirectory(), OpenResult::kOpened);
   input_ = "list\nadd Ste1=DELTA\ncheck\nlist\n";
-  // Adds a card at the tool's first look whether it is to stop, before each line.
-  int asked = 0;
-  std::istringstream in(input_);
-  std::ostringstream out;
-  std::ostringstream err;
-  const CliEnvironment environment{
-      .files = files_,
-      .clock = clock_,
-      .in = in,
-      .out = out,
-      .err = err,
-      .variables = [this](const std::string& name) { return variables_[name]; },
-      .executable_folder = "/usr/bin/",
-      .version = "9.9",
-      .can_ask = false,
-      .shows_progress = false,
-      .metric = true,
-      .interrupted =
-          [&] {
-            other.context().current.Clear();
-            other.context().current.SetField(kSte1, OemText("X" + std::to_string(++asked)));
-            uint32_t position = 0;
-            EXPECT_EQ(CardDispatch(other).Add(false, &position), 0);
-            return false;
-          },
-      .take_guard = [](const std::string&) -> std::shared_ptr<void> {
-        return std::make_shared<int>(0);
-      },
-      .run_program = [](const Words&) { return 0; },
-      .milliseconds = [] { return int64_t{0}; }};
-  EXPECT_EQ(RunCli({"-d", "/reseau/COMMUN", "--seat", "1", "--shared-dir", "/poste1", "batch"},
-                   environment),
-            0)
-      << err.str();
-  EXPECT_NE(out.str().find("Aucune incohérence."), std::string::npos) << out.str();
-  EXPECT_NE(out.str().rfind("X4"), std::string::npos);
-  EXPECT_EQ(other.main().count(), 3U + 1 + static_cast<uint32_t>(asked));
+  int added = 0;
+  while_running_ = [&] {
+    other.context().current.Clear();
+    other.context().current.SetField(kSte1, OemText("X" + std::to_string(++added)));
+    uint32_t position = 0;
+    EXPECT_EQ(CardDispatch(other).Add(false, &position), 0);
+  };
+  const CliOutcome outcome = At(1, {"batch"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_NE(outcome.out.find("Aucune incohérence."), std::string::npos) << outcome.out;
+  EXPECT_NE(outcome.out.rfind("X4"), std::string::npos);
+  EXPECT_EQ(other.main().count(), 3U + 1 + static_cast<uint32_t>(added));
 }
 
 TEST_F(CliSeats, FilesThatCannotBeLockedEndTheRun) {

@@ -215,7 +215,7 @@ TEST_F(ViafaxFileTest, ReferencesThatAreEmptyHaveNoSeparator) {
 
 TEST_F(ViafaxFileTest, LinesAreCutThenTrimmed) {
   const std::string company = std::string(29, 'S') + " XX";
-  const std::string second = std::string(23, 'T') + " XXXXXXXX";
+  const std::string second = std::string(23, 'T') + " UVWXYZAB";
   const CardRecord card =
       Card({{kSte1, company}, {kSte2, second}, {kFax, " 12345678901234567890"}});
   EXPECT_EQ(Line(card, "TO"), "TO=\"" + std::string(29, 'S') + "\",");

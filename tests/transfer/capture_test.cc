@@ -100,7 +100,7 @@ TEST_F(CaptureTest, TextsEndAtTheNextFieldAtAZeroAndBeforeTrailingBlanks) {
   full[0] = 'A';
   const CardRecord card = First(full);
   EXPECT_EQ(card.FieldText(kSte1).bytes(), "A" + std::string(31, 'X'));
-  EXPECT_EQ(card.FieldText(kShortPostalCode).bytes(), "XXXXX");
+  EXPECT_EQ(card.FieldText(kShortPostalCode).bytes(), std::string(5, 'X'));
   EXPECT_EQ(card.FieldText(kPostalCode).bytes(), std::string(14, 'X'));
   EXPECT_EQ(card.FieldText(kVille).bytes(), std::string(32, 'X'));
   std::string cut = CaptureBytes({.company = "ACME"});
